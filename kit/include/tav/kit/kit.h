@@ -1,0 +1,9 @@
+#pragma once
+
+/// @file
+/// The whole kit.
+
+#include <tav/kit/Document.h>
+#include <tav/kit/Export.h>
+#include <tav/kit/StandardCompound.h>
+#include <tav/kit/StandardRuntime.h>
