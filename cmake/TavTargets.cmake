@@ -1,4 +1,4 @@
-# One statement for each folder: the library's parts and its tests.
+# One statement for each folder: the library's parts, its tests and its fuzz targets.
 
 # tav_add_subsystem(<name> <file>...): the object library tav_<name>, a part of the shared library.
 function(tav_add_subsystem name)
@@ -51,4 +51,18 @@ function(tav_add_private_test area)
     get_property(subsystems GLOBAL PROPERTY TAV_SUBSYSTEMS)
     target_link_libraries(${target} PRIVATE ${subsystems})
     _tav_test_program(${target} ${area})
+endfunction()
+
+# tav_add_fuzz_target(<name> <file>...): the libFuzzer program fuzz_<name>. Its seeds lie in
+# fuzz/corpus/<name>, a dictionary in fuzz/<name>.dict.
+function(tav_add_fuzz_target name)
+    set(target fuzz_${name})
+    add_executable(${target} ${ARGN})
+    target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/fuzz")
+    target_link_libraries(${target} PRIVATE tav::tav)
+    if(TARGET tav::kit)
+        target_link_libraries(${target} PRIVATE tav::kit)
+    endif()
+    target_link_options(${target} PRIVATE -fsanitize=fuzzer)
+    set_property(GLOBAL APPEND PROPERTY TAV_FUZZ_PROGRAMS ${target})
 endfunction()
