@@ -54,6 +54,9 @@ public:
 private:
     friend class HostEditor;
     friend class NotifierAccess;
+    template <class Change, class TellOuter, class... Arguments>
+    void send(TellOuter tellOuter, Arguments const&... arguments);
+
     struct Record;
     Record* m_record = nullptr; // made on first use; outlives the notifier while it delivers
 };

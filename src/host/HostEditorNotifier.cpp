@@ -1,0 +1,279 @@
+#include <tav/HostEditorNotifier.h>
+
+#include "host/HostEditorNotifierImpl.h"
+#include "host/NotifierAccess.h"
+
+#include <utility>
+
+namespace TAV_marlo_v1 {
+
+namespace {
+
+/// Keeps a record while editors are called, who may delete the notifier. Empty without a record.
+template <class Record>
+class Kept {
+public:
+    explicit Kept(Record* record) noexcept
+        : m_record(record)
+    {
+        if (m_record)
+            m_record->addRef();
+    }
+    Kept(Kept const&) = delete;
+    Kept& operator=(Kept const&) = delete;
+    ~Kept()
+    {
+        if (m_record)
+            m_record->release();
+    }
+    Record* operator->() const noexcept { return m_record; }
+    explicit operator bool() const noexcept { return m_record != nullptr; }
+
+private:
+    Record* m_record;
+};
+
+} // namespace
+
+// ---- the record
+
+bool HostEditorNotifier::Record::isHeldBack() const
+{
+    if (enlisted || scopeIsBracketed() || notifier->postponeNotification())
+        return true;
+    HostEditorNotifier const* const outer = notifier->enclosingNotifier();
+    return outer && outer->m_record && outer->m_record->scopeIsBracketed();
+}
+
+void HostEditorNotifier::Record::deliverNow(PostponedChange const& change)
+{
+    Kept const kept(this);
+    editors.tellEach([&change](auto const& recipient) {
+        if (HostEditor* const editor = recipient.get())
+            change.execute(editor);
+    });
+}
+
+void HostEditorNotifier::Record::queue(PostponedChange const& change)
+{
+    if (!pending.empty() && change.repeats(*pending.back()))
+        return;
+    pending.push_back(change.keep());
+    enlist();
+}
+
+void HostEditorNotifier::Record::enlist()
+{
+    if (enlisted)
+        return;
+    HostEditorNotifier* const outer = notifier->enclosingNotifier();
+    if (!outer || !outer->m_record || !outer->m_record->scopeIsBracketed())
+        return;
+    outer->m_record->heldBack.push_back(this);
+    addRef();
+    enlisted = true;
+}
+
+void HostEditorNotifier::Record::deliverPending()
+{
+    if (pending.empty() || !notifier)
+        return;
+    if (isHeldBack()) {
+        enlist();
+        return;
+    }
+    Kept const kept(this);
+    // What editors change meanwhile is a matter of its own, delivered at once or queued afresh.
+    std::vector<std::unique_ptr<PostponedChange>> batch;
+    batch.swap(pending);
+    editors.tellEach([&batch](auto const& recipient) {
+        for (auto const& change : batch) {
+            HostEditor* const editor = recipient.get();
+            if (!editor)
+                return;
+            change->execute(editor);
+        }
+    });
+}
+
+void HostEditorNotifier::Record::deliverHeldBack()
+{
+    Kept const kept(this);
+    std::vector<Record*> waiting;
+    waiting.swap(heldBack);
+    for (Record* const record : waiting) {
+        // Only now: until its turn a notifier goes on queueing, so that its editors get all in order.
+        record->enlisted = false;
+        record->deliverPending();
+        record->release();
+    }
+}
+
+void HostEditorNotifier::Record::shutDown()
+{
+    Kept const kept(this);
+    notifier = nullptr;
+    scope = nullptr;
+    editors.clear();
+    std::vector<std::unique_ptr<PostponedChange>> dropped;
+    dropped.swap(pending);
+    deliverHeldBack();
+}
+
+// ---- inside access
+
+HostEditorNotifier::Record& NotifierAccess::record(HostEditorNotifier& notifier)
+{
+    if (!notifier.m_record)
+        notifier.m_record = new Record(notifier);
+    return *notifier.m_record;
+}
+
+bool NotifierAccess::isIdle(HostEditorNotifier const& notifier) noexcept
+{
+    if (notifier.activeChangeBracket())
+        return false;
+    Record const* const record = notifier.m_record;
+    return !record
+        || (record->editors.empty() && record->pending.empty() && !record->enlisted && !record->scopeIsBracketed());
+}
+
+std::size_t NotifierAccess::pendingCount(HostEditorNotifier const& notifier) noexcept
+{
+    return notifier.m_record ? notifier.m_record->pending.size() : 0;
+}
+
+void NotifierAccess::dropPendingFrom(HostEditorNotifier& notifier, std::size_t mark) noexcept
+{
+    if (!notifier.m_record)
+        return;
+    // One by one from the end: the objects released here may queue or drop changes themselves.
+    auto& pending = notifier.m_record->pending;
+    Kept const kept(notifier.m_record);
+    while (pending.size() > mark) {
+        std::unique_ptr<PostponedChange> const last = std::move(pending.back());
+        pending.pop_back();
+    }
+}
+
+void NotifierAccess::setScope(HostEditorNotifier& notifier, ChangeBracketClient const* scope)
+{
+    record(notifier).scope = scope;
+}
+
+void NotifierAccess::deliverScope(HostEditorNotifier& notifier)
+{
+    Kept const kept(&record(notifier));
+    kept->deliverPending();
+    kept->deliverHeldBack();
+}
+
+// ---- the notifier
+
+HostEditorNotifier::~HostEditorNotifier()
+{
+    if (Record* const record = std::exchange(m_record, nullptr)) {
+        record->shutDown();
+        record->release();
+    }
+}
+
+void HostEditorNotifier::executeChange()
+{
+    if (m_record)
+        m_record->deliverPending();
+}
+
+bool HostEditorNotifier::postponeNotification() const
+{
+    return activeChangeBracket();
+}
+
+HostEditorNotifier* HostEditorNotifier::enclosingNotifier() const
+{
+    return nullptr;
+}
+
+/// The road of every notification: the wider scope hears it first, then this notifier's own editors
+/// do, or it waits. `tellOuter` may delete this notifier.
+template <class Change, class TellOuter, class... Arguments>
+void HostEditorNotifier::send(TellOuter tellOuter, Arguments const&... arguments)
+{
+    HostEditorNotifier* const outer = enclosingNotifier();
+    bool const outerHolds = outer && outer->m_record && outer->m_record->scopeIsBracketed();
+    if (!outerHolds && NotifierAccess::isIdle(*this) && !postponeNotification()) {
+        if (outer)
+            tellOuter(*outer);
+        return;
+    }
+
+    Kept const kept(&NotifierAccess::record(*this));
+    Change const change(arguments...);
+    if (outer)
+        tellOuter(*outer);
+    if (!kept->notifier)
+        return;
+    if (kept->isHeldBack())
+        kept->queue(change);
+    else
+        kept->deliverNow(change);
+}
+
+void HostEditorNotifier::notifyConnectionChange(ECnxChangeType type, AddRefWrapper<Port> const& port,
+                                                AddRefWrapper<Port> const& other)
+{
+    send<PostponedNodeConnectionChange>(
+        [&](HostEditorNotifier& outer) { outer.notifyConnectionChange(type, port, other); }, type, port, other);
+}
+
+void HostEditorNotifier::notifyCompoundConnectionChange(ECnxChangeType type, AddRefWrapper<Port> const& port,
+                                                        AddRefWrapper<Port> const& other)
+{
+    send<PostponedCompoundConnectionChange>(
+        [&](HostEditorNotifier& outer) { outer.notifyCompoundConnectionChange(type, port, other); }, type, port,
+        other);
+}
+
+void HostEditorNotifier::notifyCompoundPortChange(EPortChangeType type, AddRefWrapper<Port> const& port)
+{
+    send<PostponedCompoundPortChange>(
+        [&](HostEditorNotifier& outer) { outer.notifyCompoundPortChange(type, port); }, type, port);
+}
+
+void HostEditorNotifier::notifyNodeChange(ENodeChangeType type, AddRefWrapper<Compound> const& compound,
+                                          AddRefWrapper<Node> const& node)
+{
+    send<PostponedNodeChange>([&](HostEditorNotifier& outer) { outer.notifyNodeChange(type, compound, node); }, type,
+                              compound, node);
+}
+
+void HostEditorNotifier::notifyNodePortChange(EPortChangeType type, AddRefWrapper<Port> const& port)
+{
+    send<PostponedNodePortChange>([&](HostEditorNotifier& outer) { outer.notifyNodePortChange(type, port); }, type,
+                                  port);
+}
+
+void HostEditorNotifier::notifyAnnotationChange(EAnnotationChangeType type, AddRefWrapper<Compound> const& compound,
+                                                AddRefWrapper<Annotation> const& annotation)
+{
+    send<PostponedAnnotationChange>(
+        [&](HostEditorNotifier& outer) { outer.notifyAnnotationChange(type, compound, annotation); }, type, compound,
+        annotation);
+}
+
+void HostEditorNotifier::registerEditor(HostEditor* editor)
+{
+    if (!editor)
+        return;
+    if (!editor->m_record)
+        editor->m_record = new HostEditor::Record(*editor);
+    NotifierAccess::record(*this).editors.add(*editor->m_record);
+}
+
+void HostEditorNotifier::unregisterEditor(HostEditor* editor)
+{
+    if (editor && editor->m_record && m_record)
+        m_record->editors.remove(*editor->m_record);
+}
+
+} // namespace TAV_marlo_v1
