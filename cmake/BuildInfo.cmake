@@ -15,7 +15,7 @@ if(NOT CMAKE_SCRIPT_MODE_FILE)
             COMMENT "Looking up the build information"
             VERBATIM)
         add_dependencies(${target} tav_build_info)
-        target_include_directories(${target} PRIVATE "${folder}")
+        target_include_directories(${target} PUBLIC "${folder}")
     endfunction()
     return()
 endif()
