@@ -16,11 +16,11 @@ public:
     /// null `first` the format itself is the message.
     StatusStr(char const* format, char const* first, char const* second);
     StatusStr(StatusStr const& other);
-    StatusStr(StatusStr&& other);
+    StatusStr(StatusStr&& other) noexcept;
     ~StatusStr();
 
     StatusStr& operator=(StatusStr const& other);
-    StatusStr& operator=(StatusStr&& other);
+    StatusStr& operator=(StatusStr&& other) noexcept;
 
     /// True on failure.
     bool operator!() const noexcept;

@@ -15,11 +15,11 @@ public:
     String(char const* text, unsigned long long size);
     String(String const& other);
     /// Leaves `other` empty.
-    String(String&& other);
+    String(String&& other) noexcept;
     ~String();
 
     String& operator=(String const& other);
-    String& operator=(String&& other);
+    String& operator=(String&& other) noexcept;
     String& operator=(char const* text);
 
     /// The text; lives until the next change of this object.

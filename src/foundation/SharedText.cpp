@@ -1,5 +1,6 @@
 #include "foundation/SharedText.h"
 
+#include <cstddef>
 #include <cstring>
 #include <limits>
 #include <memory>
