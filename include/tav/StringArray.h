@@ -38,11 +38,11 @@ public:
     /// An array of that one text.
     StringArray(char const* text);
     StringArray(StringArray const& other);
-    StringArray(StringArray&& other);
+    StringArray(StringArray&& other) noexcept;
     ~StringArray();
 
     StringArray& operator=(StringArray const& other);
-    StringArray& operator=(StringArray&& other);
+    StringArray& operator=(StringArray&& other) noexcept;
 
     unsigned size() const noexcept;
     bool empty() const noexcept;
