@@ -54,8 +54,8 @@ public:
     PropertyList& operator=(PropertyList&& other) noexcept;
     void swap(PropertyList& other) noexcept;
 
-    bool operator==(PropertyList const& other) const noexcept;
-    bool operator!=(PropertyList const& other) const noexcept { return !(*this == other); }
+    bool operator==(PropertyList const& other) const;
+    bool operator!=(PropertyList const& other) const { return !(*this == other); }
 
     // ---- pairs
 
