@@ -21,8 +21,8 @@ public:
     void setPropertiesHint(PortProperties const& properties);
     bool getPropertiesHint(PortProperties const*& properties) const noexcept;
 
-    bool operator==(NewPortHints const& other) const noexcept;
-    bool operator!=(NewPortHints const& other) const noexcept { return !(*this == other); }
+    bool operator==(NewPortHints const& other) const;
+    bool operator!=(NewPortHints const& other) const { return !(*this == other); }
 
 private:
     std::optional<String> m_name;

@@ -19,8 +19,8 @@ public:
     OptionalStringArray const& getDefaultValues() const noexcept { return m_defaultValues; }
     void setDefaultValues(OptionalStringArray const& values) { m_defaultValues = values; }
 
-    bool operator==(PortProperties const& other) const noexcept;
-    bool operator!=(PortProperties const& other) const noexcept { return !(*this == other); }
+    bool operator==(PortProperties const& other) const;
+    bool operator!=(PortProperties const& other) const { return !(*this == other); }
 
 private:
     PortFlags m_flags = eNoPortFlags;
