@@ -1,0 +1,98 @@
+#include "GraphInput.h"
+
+#include "Terminal.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
+using namespace TAV_marlo_v1;
+
+namespace tool {
+
+namespace {
+
+/// A message of the kit without the name of its source, which the report puts there itself.
+Problem problemFrom(StatusStr const& status, QString const& sourceName)
+{
+    QString const message = QString::fromUtf8(status.getErrorString());
+    QString const prefix = sourceName + ": ";
+    return problemFromMessage(message.startsWith(prefix) ? message.mid(prefix.size()) : message);
+}
+
+QString readProblem(QFile& file, std::string const& path, QByteArray& bytes)
+{
+    bool const opened =
+        path == "-" ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
+    if (!opened)
+        return file.errorString();
+    bytes = file.readAll();
+    return file.error() == QFileDevice::NoError ? QString() : file.errorString();
+}
+
+} // namespace
+
+GraphInput::GraphInput(std::string const& path)
+    : m_path(path)
+    , m_name(path == "-" ? QString("<stdin>") : QString::fromStdString(path))
+{
+}
+
+bool GraphInput::read()
+{
+    QFile file(QString::fromStdString(m_path));
+    QString const problem = QFileInfo(file).isDir() ? QString("it is a folder") : readProblem(file, m_path, m_bytes);
+    if (problem.isEmpty())
+        return true;
+    report(m_name, {{Severity::error, {}, "cannot be read: " + problem}});
+    return false;
+}
+
+bool GraphInput::open(kit::Document& document, Problem& problem) const
+{
+    StatusStr const status = document.openText(m_bytes.constData(), static_cast<unsigned long long>(m_bytes.size()),
+                                               m_name.toUtf8().constData());
+    if (!!status)
+        problem = problemFrom(status, m_name);
+    return !!status;
+}
+
+bool openOrReport(GraphInput& input, kit::Document& document)
+{
+    if (!input.read())
+        return false;
+    Problem problem{};
+    if (input.open(document, problem))
+        return true;
+    report(input.name(), {problem});
+    return false;
+}
+
+AddRefWrapper<Compound> compoundAt(kit::Document const& document, std::string const& path, QString const& fileName)
+{
+    AddRefWrapper<Node> const node = document.findNodeFromPath(path.c_str());
+    AddRefWrapper<Compound> const compound = node ? node->getAsCompound() : AddRefWrapper<Compound>();
+    if (!compound) {
+        char const* const what = node ? "is a node without a graph inside" : "leads to no node";
+        report(fileName, {{Severity::error, {}, QString("the path \"%1\" %2").arg(path.c_str(), what)}});
+    }
+    return compound;
+}
+
+std::unique_ptr<kit::StandardRuntime> makeRuntime(std::vector<std::string> const& libraryFiles)
+{
+    auto runtime = std::make_unique<kit::StandardRuntime>();
+    for (std::string const& path : libraryFiles) {
+        GraphInput library(path);
+        if (!library.read())
+            return nullptr;
+        StatusStr const status =
+            runtime->addLibraryFromText(library.bytes().constData(), library.name().toUtf8().constData());
+        if (!status) {
+            report(library.name(), {problemFrom(status, library.name())});
+            return nullptr;
+        }
+    }
+    return runtime;
+}
+
+} // namespace tool

@@ -1,0 +1,90 @@
+#include "Terminal.h"
+
+#include <QtCore/QtGlobal>
+
+#include <cerrno>
+#include <cstring>
+
+#if defined(_WIN32)
+#    include <fcntl.h>
+#    include <io.h>
+#else
+#    include <unistd.h>
+#endif
+
+namespace tool {
+
+void useBinaryStreams()
+{
+#if defined(_WIN32)
+    _setmode(_fileno(stdin), _O_BINARY);
+    _setmode(_fileno(stdout), _O_BINARY);
+#endif
+}
+
+bool isTerminal(std::FILE* stream)
+{
+#if defined(_WIN32)
+    return _isatty(_fileno(stream)) != 0;
+#else
+    return isatty(fileno(stream)) != 0;
+#endif
+}
+
+bool wantsColour(std::FILE* stream)
+{
+    return isTerminal(stream) && qEnvironmentVariableIsEmpty("NO_COLOR") && qgetenv("TERM") != "dumb";
+}
+
+bool writeOut(QByteArray const& bytes)
+{
+    std::size_t const size = static_cast<std::size_t>(bytes.size());
+    // Flushed here: a full disk shows only then.
+    if (std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0)
+        return true;
+    writeError("tav: standard output cannot be written: " + QString::fromLocal8Bit(std::strerror(errno)));
+    return false;
+}
+
+void writeError(QString const& line)
+{
+    QByteArray const bytes = line.toUtf8() + '\n';
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
+}
+
+Progress::Progress(qsizetype total)
+    : m_total(total)
+    , m_visible(total > 1 && isTerminal(stderr))
+{
+    m_clock.start();
+}
+
+Progress::~Progress()
+{
+    clear();
+}
+
+void Progress::step(QString const& what)
+{
+    clear();
+    if (m_visible && m_clock.elapsed() > 1000) {
+        constexpr qsizetype width = 30;
+        qsizetype const filled = width * m_done / m_total;
+        QString const bar = QString(filled, '#') + QString(width - filled, '.');
+        QByteArray const text = QString("[%1] %2/%3 %4").arg(bar).arg(m_done).arg(m_total).arg(what.right(40)).toUtf8();
+        std::fwrite(text.constData(), 1, static_cast<std::size_t>(text.size()), stderr);
+        std::fflush(stderr);
+        m_drawn = true;
+    }
+    ++m_done;
+}
+
+void Progress::clear()
+{
+    if (!m_drawn)
+        return;
+    std::fputs("\r\x1b[K", stderr);
+    m_drawn = false;
+}
+
+} // namespace tool
