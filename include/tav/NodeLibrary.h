@@ -32,6 +32,7 @@ public:
                                        &NodeLibrary::getNodeAt>;
     NodeDefs nodeDefs() const { return NodeDefs(*this); }
 
+    /// Appends, without a check for duplicates. A library that this one is a part of changes nothing.
     void addSubLibrary(AddRefWrapper<NodeLibrary> const& library);
     /// An index past the end changes nothing.
     void removeSubLibraryAt(unsigned index);
@@ -59,7 +60,9 @@ protected:
     ~NodeLibrary() override;
 
 private:
-    friend class NodeLibraryNotifierClient;
+    void tell(ENodeLibraryChangeType type, unsigned index);
+
+    friend class NodeLibraryAccess;
     struct Impl;
     std::unique_ptr<Impl> m_impl; // never null
 };

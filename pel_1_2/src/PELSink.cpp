@@ -1,0 +1,3 @@
+#include <pel_1_2/PELSink.h>
+
+PELSink::~PELSink() = default;
