@@ -31,7 +31,7 @@ public:
     /// Not owned; null for a free annotation.
     Compound* getParentCompound() const noexcept { return m_compound; }
     /// For lists: neither asks nor tells.
-    void setParentCompound(Compound* compound) noexcept { m_compound = compound; }
+    void setParentCompound(Compound* compound);
 
     /// Asks the compound, changes, tells it. A taken name becomes the next free one among the
     /// compound's annotations; a name that the runtime refuses, a null and the present name change nothing.
@@ -58,8 +58,10 @@ private:
     Annotation(Annotation const&) = delete;
     Annotation& operator=(Annotation const&) = delete;
 
+    friend class AnnotationAccess;
     AnnotationType m_type;
-    Compound* m_compound;
+    bool m_isStray = false; // names a compound without standing in its list: the compound keeps a note of it
+    Compound* m_compound = nullptr;
 };
 
 } // namespace TAV_marlo_v1

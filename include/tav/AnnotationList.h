@@ -11,6 +11,8 @@ namespace TAV_marlo_v1 {
 /// An ordered list of annotations: those of a compound, or a free selection. Works like NodeList.
 class TAV_API AnnotationList {
 public:
+    struct Impl; // the private record, known inside the library alone
+
     static AnnotationList createNew();
     AnnotationList();
     AnnotationList(AnnotationList const& other);
@@ -41,7 +43,6 @@ public:
 
 private:
     friend class AnnotationAccess;
-    struct Impl;
     std::unique_ptr<Impl> m_impl; // never null
 };
 

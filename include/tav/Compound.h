@@ -38,6 +38,8 @@ class TAV_API Compound : public ReferenceCounted,
                          public ChangeBracketClient,
                          public Metadata {
 public:
+    struct Impl; // the private record, known inside the library alone
+
     /// Makes the compound of the owner node and sets the name, if one is given, on both.
     static AddRefWrapper<Compound> createNew(AddRefWrapper<Node> const& owner, char const* name);
 
@@ -231,7 +233,6 @@ private:
 
     friend class CompoundAccess;
     friend class Node;
-    struct Impl;
     std::unique_ptr<Impl> m_impl; // never null; src/graph/CompoundImpl.h
 };
 

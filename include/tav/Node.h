@@ -39,6 +39,8 @@ class TAV_API Node : public ReferenceCounted,
                      public HostEditorNotifier,
                      public Metadata {
 public:
+    struct Impl; // the private record, known inside the library alone
+
     /// A null `name` leaves the name empty; a null container is a node without host.
     static AddRefWrapper<Node> createNew(Container* container, char const* name);
     explicit Node(Container* container);
@@ -175,7 +177,6 @@ private:
 
     friend class NodeAccess;
     friend class NodeStateFlags;
-    struct Impl;
     std::unique_ptr<Impl> m_impl; // never null; src/graph/NodeImpl.h
 };
 

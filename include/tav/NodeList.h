@@ -17,6 +17,8 @@ class Compound;
 /// time, in the longest lists at most logarithmic. Copies copy the handles and are free lists.
 class TAV_API NodeList {
 public:
+    struct Impl; // the private record, known inside the library alone
+
     static NodeList createNew(Compound* compound);
     NodeList();
     NodeList(NodeList const& other);
@@ -52,7 +54,6 @@ public:
 private:
     explicit NodeList(Compound* compound);
     friend class NodeAccess;
-    struct Impl;
     std::unique_ptr<Impl> m_impl; // never null; src/graph/NodeListImpl.h
 };
 

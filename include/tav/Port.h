@@ -33,6 +33,8 @@ class WatchPoint;
 /// Texts handed out as `char const*` live until the next change of this port.
 class TAV_API Port final : public ReferenceCounted, public Namable, public Flaggable<PortFlags> {
 public:
+    struct Impl; // the private record, known inside the library alone
+
     /// A port without owner or connections. A null `name` leaves the name empty.
     static AddRefWrapper<Port> createNew(char const* name, PortIOType ioType);
 
@@ -165,8 +167,12 @@ private:
     Port(char const* name, PortIOType ioType);
     ~Port() override;
 
+    bool connectActing(AddRefWrapper<Port> const& other, bool copyMetadata);
+    bool disconnectActing(AddRefWrapper<Port> const& other);
+    static void tellFlagChanged(AddRefWrapper<Port> const& port, PortFlags flag, bool on);
+    void dropMembers();
+
     friend class PortAccess;
-    struct Impl;
     std::unique_ptr<Impl> m_impl; // never null; src/graph/PortImpl.h
 };
 

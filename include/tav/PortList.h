@@ -20,6 +20,8 @@ class PortNotification;
 /// take constant time, in the longest lists at most logarithmic.
 class TAV_API PortList final : public ReferenceCounted {
 public:
+    struct Impl; // the private record, known inside the library alone
+
     static AddRefWrapper<PortList> createNew();
     PortList();
 
@@ -72,7 +74,6 @@ private:
     ~PortList() override;
 
     friend class PortAccess;
-    struct Impl;
     std::unique_ptr<Impl> m_impl; // never null; src/graph/PortListImpl.h
 };
 

@@ -27,6 +27,9 @@ class WatchPoint;
 class TAV_API PortNotification {
 public:
     PortNotification() noexcept = default;
+    /// Ports belong to one owner: a copy starts without any.
+    PortNotification(PortNotification const&) noexcept {}
+    PortNotification& operator=(PortNotification const&) noexcept { return *this; }
 
     virtual ~PortNotification();
     virtual bool onPortAddConnection(AddRefWrapper<Port> const& port, AddRefWrapper<Port> const& other);
@@ -86,6 +89,8 @@ private:
     // Which of the library's owners this is; both null for an owner of somebody else's making.
     Node* m_asNode = nullptr;
     Compound* m_asCompound = nullptr;
+    struct Dependents;
+    Dependents* m_dependents = nullptr; // made when a stray port or a foreign list names this owner
 };
 
 } // namespace TAV_marlo_v1

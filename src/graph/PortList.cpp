@@ -1,0 +1,306 @@
+#include <tav/PortList.h>
+
+#include "graph/CompoundImpl.h"
+#include "graph/NodeImpl.h"
+#include "graph/PathNames.h"
+#include "graph/PortImpl.h"
+
+#include <string_view>
+
+namespace TAV_marlo_v1 {
+
+PortList::Impl::~Impl()
+{
+    setPresentation(nullptr);
+    if (presented)
+        presented->presentation = nullptr;
+    PortAccess::forgetList(*this);
+    ports.forEach([this](Port& port) {
+        Port::Impl& record = PortAccess::impl(port);
+        if (record.home != this)
+            return;
+        record.home = nullptr;
+        if (record.parentPort == parentPort)
+            record.parentPort = nullptr;
+        PortAccess::setOwner(port, nullptr);
+    });
+}
+
+void PortList::Impl::setPresentation(Impl* shown) noexcept
+{
+    if (presentation)
+        presentation->presented = nullptr;
+    presentation = shown;
+    if (shown)
+        shown->presented = this;
+}
+
+void PortList::Impl::move(unsigned from, unsigned to)
+{
+    ports.move(from, to);
+    if (presentation)
+        presentation->ports.move(from, to);
+}
+
+AddRefWrapper<PortList> PortList::createNew()
+{
+    return AddRefWrapper<PortList>(new PortList);
+}
+
+PortList::PortList()
+    : m_impl(std::make_unique<Impl>(*this))
+{
+}
+
+PortList::~PortList() = default;
+
+// ---- look-up
+
+unsigned PortList::size() const noexcept
+{
+    return m_impl->ports.size();
+}
+
+AddRefWrapper<Port> PortList::operator[](unsigned index) const
+{
+    return AddRefWrapper<Port>(m_impl->ports.at(index));
+}
+
+AddRefWrapper<Port> PortList::operator[](char const* name) const
+{
+    return AddRefWrapper<Port>(name ? m_impl->ports.find(name) : nullptr);
+}
+
+AddRefWrapper<Port> PortList::findPort(char const* name, unsigned& index) const
+{
+    AddRefWrapper<Port> port = (*this)[name];
+    index = port ? m_impl->ports.indexOf(port.get()) : kNotFound;
+    return port;
+}
+
+unsigned PortList::findPort(AddRefWrapper<Port> const& port) const
+{
+    return port ? m_impl->ports.indexOf(port.get()) : kNotFound;
+}
+
+namespace {
+
+/// The port of that dotted name in the list or below it, the port's own name tried first: names may hold
+/// dots themselves.
+Port* findDotted(PortList::Impl const& list, std::string_view name)
+{
+    if (Port* const port = list.ports.find(name))
+        return port;
+    for (std::size_t dot = name.find('.'); dot != std::string_view::npos; dot = name.find('.', dot + 1)) {
+        Port const* const parent = list.ports.find(name.substr(0, dot));
+        PortList const* const children = parent ? PortAccess::impl(*parent).children.get() : nullptr;
+        if (Port* const port = children ? findDotted(PortAccess::impl(*children), name.substr(dot + 1)) : nullptr)
+            return port;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+AddRefWrapper<Port> PortList::findPortRecursive(char const* name, unsigned& index) const
+{
+    index = kNotFound;
+    Port* const port = name ? findDotted(*m_impl, name) : nullptr;
+    if (!port)
+        return {};
+    Port const* top = port;
+    while (m_impl->ports.indexOf(top) == kNotFound && top->getParentPort())
+        top = top->getParentPort();
+    index = m_impl->ports.indexOf(top);
+    return AddRefWrapper<Port>(port);
+}
+
+// ---- changes
+
+bool PortList::add(AddRefWrapper<Port> const& port)
+{
+    return insert(port, size());
+}
+
+bool PortList::insert(AddRefWrapper<Port> const& port, unsigned index)
+{
+    if (!port)
+        return false;
+    AddRefWrapper<Port> const kept(port);
+    if (!m_impl->owner && !m_impl->parentPort) {
+        m_impl->ports.insert(index, kept.get());
+        return true;
+    }
+    Port::Impl& record = PortAccess::impl(*kept);
+    if (record.home)
+        return false; // it stands in the list of an owner, this one or another
+    AddRefWrapper<PortList> const self(this);
+
+    PortAccess::setOwner(*kept, m_impl->owner);
+    record.parentPort = m_impl->parentPort;
+    if (m_impl->owner && !m_impl->owner->onPortListPortAdd(*this, kept)) {
+        if (!record.home) {
+            record.parentPort = nullptr;
+            PortAccess::noteStray(*kept); // it keeps the owner, who may die first
+        }
+        return false;
+    }
+
+    try {
+        m_impl->ports.insert(index, kept.get());
+        if (m_impl->presentation) {
+            try {
+                m_impl->presentation->ports.insert(index, kept.get());
+            } catch (...) {
+                m_impl->ports.take(kept.get());
+                throw;
+            }
+        }
+    } catch (...) {
+        record.parentPort = nullptr;
+        PortAccess::setOwner(*kept, nullptr);
+        throw;
+    }
+    record.home = m_impl.get();
+    PortAccess::forgetStray(*kept);
+    if (m_impl->owner)
+        PortAccess::setDetached(*kept, false);
+
+    if (m_impl->owner)
+        m_impl->owner->onPortListPortAdded(*this, kept);
+    return true;
+}
+
+AddRefWrapper<Port> PortList::addPort(char const* name, AddRefWrapper<PortDataType> const& type, PortFlags flags)
+{
+    AddRefWrapper<Port> const port = PortAccess::make(*this, name, type, PortProperties(flags, {}, {}));
+    return add(port) ? port : AddRefWrapper<Port>();
+}
+
+bool PortList::remove(AddRefWrapper<Port> const& port)
+{
+    if (!port || !m_impl->ports.contains(port.get()))
+        return false;
+    AddRefWrapper<Port> const kept(port); // `port` may be the very entry that goes away below
+    AddRefWrapper<PortList> const self(this);
+
+    if (m_impl->owner && !m_impl->owner->onPortListPortRemove(*this, kept))
+        return false;
+
+    m_impl->ports.take(kept.get());
+    Port::Impl& record = PortAccess::impl(*kept);
+    bool const isMine = record.home == m_impl.get();
+    if (isMine) {
+        record.home = nullptr;
+        record.parentPort = nullptr;
+        if (m_impl->owner)
+            PortAccess::setDetached(*kept, true);
+    }
+
+    if (m_impl->owner)
+        m_impl->owner->onPortListPortRemoved(*this, kept);
+
+    // The list that shows this one and the owner are let go of last: the owner reports the removal
+    // through the node that showed the port.
+    if (m_impl->presentation)
+        m_impl->presentation->ports.take(kept.get());
+    if (isMine && !record.home)
+        PortAccess::setOwner(*kept, nullptr);
+    return true;
+}
+
+bool PortList::removeMemberPort(AddRefWrapper<Port> const& port)
+{
+    if (!port)
+        return false;
+    if (m_impl->ports.contains(port.get()))
+        return remove(port);
+    Port const* top = port.get();
+    while (top && !m_impl->ports.contains(top))
+        top = top->getParentPort();
+    AddRefWrapper<PortList> const siblings = top ? port->getParentPort()->children() : nullptr;
+    return siblings && siblings->remove(port);
+}
+
+bool PortList::movePort(unsigned from, unsigned to)
+{
+    if (from >= size() || to >= size())
+        return false;
+    if (from == to)
+        return true;
+    AddRefWrapper<PortList> const self(this);
+    AddRefWrapper<Port> const port = (*this)[from];
+    PortAccess::TwinMove const twin = PortAccess::twinMove(*m_impl, from, to);
+    AddRefWrapper<PortList> const twins(twin.list);
+
+    if (m_impl->owner && !m_impl->owner->onPortListPortMove(*this, from, to))
+        return false;
+    if (twins && twins->getParent() && !twins->getParent()->onPortListPortMove(*twins, twin.from, twin.to))
+        return false;
+
+    m_impl->move(from, to);
+    if (twins)
+        twins->m_impl->move(twin.from, twin.to);
+
+    if (m_impl->owner)
+        m_impl->owner->onPortListPortMoved(*this, from, to);
+    if (twins && twins->getParent())
+        twins->getParent()->onPortListPortMoved(*twins, twin.from, twin.to);
+    return true;
+}
+
+// ---- owner
+
+void PortList::setParent(PortNotification* owner) noexcept
+{
+    if (owner == m_impl->owner)
+        return;
+    PortNotification* const former = m_impl->owner;
+    PortAccess::forgetList(*m_impl);
+    m_impl->owner = owner;
+    m_impl->ports.setHearsRenames(owner != nullptr);
+    if (former && !m_impl->isOwnersOwn)
+        m_impl->ports.forEach([](Port& port) { PortAccess::noteStray(port); });
+    try {
+        PortAccess::noteList(*m_impl);
+    } catch (std::bad_alloc const&) {
+        m_impl->owner = nullptr;
+        m_impl->ports.setHearsRenames(false);
+    }
+    Node* const node = PortAccess::asNode(owner);
+    if (node && m_impl->isOwnersOwn && node->testFlag(eAnyIO))
+        CompoundAccess::adoptPresentation(*node, *this);
+}
+
+PortNotification* PortList::getParent() const noexcept
+{
+    return m_impl->owner;
+}
+
+void PortList::setPortIOType(PortIOType type)
+{
+    m_impl->ioType = type;
+    m_impl->ports.forEach([type](Port& port) { PortAccess::setIOType(port, type); });
+}
+
+void PortList::onParentNodeDeleted()
+{
+    AddRefWrapper<PortList> const self(this);
+    detail::NamedList<Port> former;
+    former.swap(m_impl->ports);
+    m_impl->ports.setHearsRenames(former.hearsRenames());
+    if (m_impl->presentation)
+        m_impl->presentation->ports.clear();
+    former.forEach([this](Port& port) {
+        Port::Impl& record = PortAccess::impl(port);
+        if (record.home && record.home != m_impl.get())
+            return; // shown here, at home elsewhere
+        record.home = nullptr;
+        record.parentPort = nullptr;
+        PortAccess::setOwner(port, nullptr);
+        PortAccess::setDetached(port, true);
+        PortAccess::unlinkAll(port);
+    });
+}
+
+} // namespace TAV_marlo_v1

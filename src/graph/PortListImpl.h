@@ -1,0 +1,127 @@
+#pragma once
+
+#include "graph/NamedList.h"
+
+#include <tav/PortDataType.h>
+#include <tav/PortList.h>
+#include <tav/PortNotification.h>
+#include <tav/PortProperties.h>
+#include <tav/WatchPoint.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace TAV_marlo_v1 {
+
+struct PortList::Impl {
+    explicit Impl(PortList& list) noexcept
+        : self(&list)
+    {
+    }
+    ~Impl();
+
+    PortList* self;
+    detail::NamedList<Port> ports;
+    PortNotification* owner = nullptr;
+    Port* parentPort = nullptr; // of a list of children
+    PortIOType ioType = eInput;
+    bool isOwnersOwn = false; // a list of a Node or Compound itself, which lets go of it when it dies
+    Impl* presentation = nullptr; // the IO node's list that shows this one
+    Impl* presented = nullptr;    // the inner list that this one shows
+    Port* nextDoomed = nullptr;   // see Graveyard.h; used only while the port with these children dies
+
+    /// From now on `shown` follows this list, object by object.
+    void setPresentation(Impl* shown) noexcept;
+    void move(unsigned from, unsigned to);
+};
+
+/// The library's way to the records of ports and port lists. What is done through it is neither asked
+/// nor told.
+class PortAccess {
+public:
+    static Port::Impl& impl(Port& port) noexcept { return *port.m_impl; }
+    static Port::Impl const& impl(Port const& port) noexcept { return *port.m_impl; }
+    static PortList::Impl& impl(PortList& list) noexcept { return *list.m_impl; }
+    static PortList::Impl const& impl(PortList const& list) noexcept { return *list.m_impl; }
+    static Node* asNode(PortNotification const* owner) noexcept { return owner ? owner->m_asNode : nullptr; }
+    static Compound* asCompound(PortNotification const* owner) noexcept { return owner ? owner->m_asCompound : nullptr; }
+
+    /// The flag word as stored, without asking the owner.
+    static PortFlags flags(Port const& port) { return port.Flaggable<PortFlags>::getFlags(); }
+    static bool hasFlag(Port const& port, PortFlags flag) { return port.Flaggable<PortFlags>::testFlag(flag); }
+    static void setFlags(Port& port, PortFlags flags, bool on);
+
+    /// Gives the port and all its children that owner.
+    static void setOwner(Port& port, PortNotification* owner) noexcept;
+    /// Notes a port that names an owner without standing in a list of it, so that the owner can let go of
+    /// it when it dies first. When there is no memory for the note the port goes without owner.
+    static void noteStray(Port& port) noexcept;
+    static void forgetStray(Port& port) noexcept;
+    /// The same for a list that is not a part of its owner.
+    static void noteList(PortList::Impl& list);
+    static void forgetList(PortList::Impl& list) noexcept;
+    /// Lets go of the ports and lists that were noted.
+    static void dropDependents(PortNotification& owner) noexcept;
+    /// Lets go of a list that is a part of a dying owner: its ports are cut off and lose that owner.
+    static void orphan(PortList& list) noexcept;
+    static void setDetached(Port& port, bool detached);
+    /// The values, metadata and options as kept with the port; null when there are none.
+    static StringArray const* values(Port const& port) noexcept;
+    static PropertyList const* metadata(Port const& port) noexcept;
+    static PropertyList const* options(Port const& port) noexcept;
+    static WatchPoint* watchPoint(Port const& port) noexcept;
+    static void setValues(Port& port, StringArray const& values);
+    static void clearValues(Port& port) noexcept;
+    static void setOptions(Port& port, PropertyList const& options);
+    /// A null value removes the entry. @return whether something changed
+    static bool setMetadata(Port& port, char const* key, char const* value);
+    static void setMetadata(Port& port, PropertyList const& metadata);
+    /// As setMetadata, for both sides of a compound port; each side that changed reports it.
+    static void setMetadataInStep(Port& port, char const* key, char const* value);
+    /// Whether a flag has no change type of its own. eReconnecting is for owners alone: it comes and goes
+    /// within one operation.
+    static bool isReportedByFlagsChange(PortFlags flag) noexcept;
+    /// A port for that list, not in it yet, with a name that is free there.
+    static AddRefWrapper<Port> make(PortList const& list, char const* name, AddRefWrapper<PortDataType> const& type,
+                                    PortProperties const& properties);
+    /// `wanted` or the next name that is free in both lists.
+    static std::string freeNameInBoth(PortList const& a, PortList const& b, std::string_view wanted);
+    /// Removes the connections of the port and of its children, asking and telling.
+    static void removeAllConnectionsBelow(Port& port);
+    static bool isConnectedBelow(Port const& port);
+    static void setDataType(Port& port, AddRefWrapper<PortDataType> const& type) noexcept;
+    static void setIOType(Port& port, PortIOType ioType) noexcept;
+
+    /// Appends to a list that has an owner or will get one, on the terms of its owner but unasked.
+    static void append(PortList& list, Port& port);
+    /// Takes the port out of a list, unasked; it has no owner afterwards.
+    static void takeOut(PortList& list, Port& port) noexcept;
+    /// Exchanges the ports of two lists of owners, with the IO nodes that show them.
+    static void swapPorts(PortList& a, PortList& b) noexcept;
+    /// One link between the two, each listing the other; all or nothing.
+    static void link(Port& a, Port& b);
+    /// Cuts one link. @return whether both ends listed each other
+    static bool unlink(Port& a, Port& b) noexcept;
+    /// Cuts every link of the port and of its children.
+    static void unlinkAll(Port& port) noexcept;
+    /// Puts the connections of a port into that order, which holds exactly the connected ports.
+    static void setConnectionOrder(Port& port, std::vector<Port*> const& order);
+
+    /// The other side of a compound port (or of a child of one), null for any other port.
+    static Port* twin(Port const& port);
+    /// How the other side of a compound port moves with it; no list when it need not.
+    struct TwinMove {
+        PortList* list = nullptr;
+        unsigned from = 0;
+        unsigned to = 0;
+    };
+    static TwinMove twinMove(PortList::Impl const& list, unsigned from, unsigned to);
+
+    /// The IO node that shows the inner port, null when none does.
+    static Node* presentingNode(Port const& port) noexcept;
+    /// The list of an owner that the port stands in as a top-level port or child; null for none.
+    static PortList::Impl* home(Port const& port) noexcept;
+};
+
+} // namespace TAV_marlo_v1
