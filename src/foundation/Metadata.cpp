@@ -120,6 +120,8 @@ void Metadata::setFromPropertyList(PropertyList const& list)
     onMetadataChanged();
 }
 
-void Metadata::onMetadataChanged() { }
+void Metadata::onMetadataChanged()
+{
+}
 
 } // namespace TAV_marlo_v1

@@ -74,8 +74,8 @@ bool NodeUIHints::getShape(ENodeUIShapeHint const*& shape) const noexcept
 bool NodeUIHints::operator==(NodeUIHints const& other) const noexcept
 {
     return m_requested == other.m_requested && m_niceName == other.m_niceName
-        && m_backgroundColor == other.m_backgroundColor && m_titleColor == other.m_titleColor
-        && m_icon == other.m_icon && m_toolTip == other.m_toolTip && m_shape == other.m_shape;
+           && m_backgroundColor == other.m_backgroundColor && m_titleColor == other.m_titleColor
+           && m_icon == other.m_icon && m_toolTip == other.m_toolTip && m_shape == other.m_shape;
 }
 
 } // namespace TAV_marlo_v1

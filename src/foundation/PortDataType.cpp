@@ -109,7 +109,7 @@ String PortDataType::getEnumItemValue(char const* name) const
 bool PortDataType::operator==(PortDataType const& other) const
 {
     return Namable::operator==(other) && m_impl->defaultValue == other.m_impl->defaultValue
-        && m_impl->kind == other.m_impl->kind && m_impl->enumItems == other.m_impl->enumItems;
+           && m_impl->kind == other.m_impl->kind && m_impl->enumItems == other.m_impl->enumItems;
 }
 
 } // namespace TAV_marlo_v1

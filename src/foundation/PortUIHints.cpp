@@ -114,10 +114,10 @@ bool PortUIHints::getShowMemberHierarchy(bool const*& show) const noexcept
 bool PortUIHints::operator==(PortUIHints const& other) const noexcept
 {
     return m_requested == other.m_requested && m_niceName == other.m_niceName
-        && m_resolvedDataType == other.m_resolvedDataType && m_attributeColor == other.m_attributeColor
-        && m_backgroundColor == other.m_backgroundColor && m_connectionColor == other.m_connectionColor
-        && m_iconColor == other.m_iconColor && m_icon == other.m_icon && m_shape == other.m_shape
-        && m_decoration == other.m_decoration && m_showMemberHierarchy == other.m_showMemberHierarchy;
+           && m_resolvedDataType == other.m_resolvedDataType && m_attributeColor == other.m_attributeColor
+           && m_backgroundColor == other.m_backgroundColor && m_connectionColor == other.m_connectionColor
+           && m_iconColor == other.m_iconColor && m_icon == other.m_icon && m_shape == other.m_shape
+           && m_decoration == other.m_decoration && m_showMemberHierarchy == other.m_showMemberHierarchy;
 }
 
 } // namespace TAV_marlo_v1

@@ -13,7 +13,10 @@ namespace TAV_marlo_v1 {
 class PropertyListAccess {
 public:
     static unsigned pairCount(PropertyList const& list) noexcept;
-    static std::string_view key(PropertyList const& list, unsigned index) noexcept { return keyText(list, index).view(); }
+    static std::string_view key(PropertyList const& list, unsigned index) noexcept
+    {
+        return keyText(list, index).view();
+    }
     static detail::SharedText const& keyText(PropertyList const& list, unsigned index) noexcept;
     static StringArray const& values(PropertyList const& list, unsigned index) noexcept;
 

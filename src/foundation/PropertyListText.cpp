@@ -91,7 +91,7 @@ private:
     void writeText(std::string_view text)
     {
         bool const bare = !text.empty() && text.find_first_of(kMarks) == text.npos && !detail::isBlank(text.front())
-            && !detail::isBlank(text.back());
+                          && !detail::isBlank(text.back());
         if (m_plain || bare)
             m_out += text;
         else
@@ -129,7 +129,8 @@ public:
             } else {
                 return false;
             }
-            while (takeClosing(open)) { }
+            while (takeClosing(open)) {
+            }
             if (atEnd())
                 return open.size() == 1;
             if (!take(';'))

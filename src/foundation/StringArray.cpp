@@ -222,7 +222,7 @@ bool StringArray::operator==(StringArray const& other) const noexcept
 {
     // No text holds a NUL, so the bytes of the texts also tell where each one ends.
     return m_impl->count == other.m_impl->count && m_impl->used == other.m_impl->used
-        && std::memcmp(m_impl->texts(), other.m_impl->texts(), m_impl->used) == 0;
+           && std::memcmp(m_impl->texts(), other.m_impl->texts(), m_impl->used) == 0;
 }
 
 bool StringArray::operator!=(StringArray const& other) const noexcept
