@@ -169,7 +169,15 @@ PropertyList::Pair::Pair(char const* key, StringArray const& values)
 
 bool PropertyList::addStringPair(char const* key, char const* value)
 {
-    return value && addStringPair(key, StringArray(value));
+    if (!key || !value)
+        return false;
+    Impl::Pairs& pairs = Impl::of(*this).pairs;
+    std::size_t const index = pairs.find(key);
+    if (index == Impl::Pairs::kNone)
+        pairs.append(key, StringArray(value));
+    else
+        pairs.value(index).add(value);
+    return true;
 }
 
 bool PropertyList::addStringPair(char const* key, StringArray const& values)
@@ -187,7 +195,11 @@ bool PropertyList::addStringPair(char const* key, StringArray const& values)
 
 bool PropertyList::setStringPairValue(char const* key, char const* value)
 {
-    return value && setStringPairValues(key, StringArray(value));
+    std::size_t const index = key && value && m_impl ? m_impl->pairs.find(key) : Impl::Pairs::kNone;
+    if (index == Impl::Pairs::kNone)
+        return false;
+    m_impl->pairs.value(index) = StringArray(value);
+    return true;
 }
 
 bool PropertyList::setStringPairValues(char const* key, StringArray const& values)

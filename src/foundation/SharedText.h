@@ -98,9 +98,10 @@ public:
         SharedTextRef(other).swap(*this);
         return *this;
     }
+    /// Leaves `other` what this held.
     SharedTextRef& operator=(SharedTextRef&& other) noexcept
     {
-        SharedTextRef(std::move(other)).swap(*this);
+        swap(other);
         return *this;
     }
 
