@@ -207,9 +207,10 @@ void CompoundAccess::takeOut(Compound& compound, Node& node) noexcept
     if (!taken)
         return;
     addMessageCounts(&compound, NodeAccess::messageCounts(node), -1);
-    std::erase(impl(compound).ioNodes, &node);
     record.home = nullptr;
     record.parent = nullptr;
+    if (std::erase(impl(compound).ioNodes, &node) != 0)
+        handOverPresentation(compound, node);
 }
 
 void CompoundAccess::addMessageCounts(Compound* compound, MessageCounts const& counts, int sign) noexcept

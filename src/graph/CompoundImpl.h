@@ -61,8 +61,11 @@ public:
 
     /// The list of the IO node, filled with inner ports by hand, follows the compound's inner list.
     static void adoptPresentation(Node& ioNode, PortList& list) noexcept;
-    /// Gives a first IO node of its kind the inner ports; a later one stays without. Tells nobody.
+    /// Gives an IO node the inner ports unless another one shows them already. Tells nobody.
     static void fillIONode(Compound& compound, Node& ioNode);
+
+    /// The IO node left the compound: the next one of its kind, if any, shows the ports from now on.
+    static void handOverPresentation(Compound& compound, Node& ioNode) noexcept;
 
     /// Adds to the counts of the compound and of every compound around it.
     static void addMessageCounts(Compound* compound, MessageCounts const& counts, int sign) noexcept;

@@ -124,14 +124,32 @@ void CompoundAccess::fillIONode(Compound& compound, Node& ioNode)
     PortList& shown = isInputNode ? ioNode.outputs() : ioNode.inputs();
     if (inner.presentation || PortAccess::impl(shown).presented)
         return;
-    for (Node* other : impl(compound).ioNodes) {
-        if (other != &ioNode && other->testFlag(isInputNode ? eInputIO : eOutputIO))
-            return; // the first of its kind shows the ports
-    }
     detail::NamedList<Port>& ports = PortAccess::impl(shown).ports;
     if (ports.empty())
         inner.ports.forEach([&](Port& port) { ports.insert(ports.size(), &port); });
     inner.setPresentation(&PortAccess::impl(shown));
+}
+
+void CompoundAccess::handOverPresentation(Compound& compound, Node& ioNode) noexcept
+{
+    for (PortList* list : {&ioNode.inputs(), &ioNode.outputs()}) {
+        PortList::Impl* const inner = PortAccess::impl(*list).presented;
+        if (!inner)
+            continue;
+        inner->setPresentation(nullptr);
+        Node* next = nullptr;
+        unsigned nextIndex = kNotFound;
+        for (Node* other : impl(compound).ioNodes) {
+            unsigned const index = compound.nodes().findNode(AddRefWrapper<Node>(other));
+            bool const isOfItsKind = other->testFlag(inner->ioType == eOutput ? eInputIO : eOutputIO);
+            if (isOfItsKind && index < nextIndex) {
+                next = other;
+                nextIndex = index;
+            }
+        }
+        if (next && inner->ports.empty()) // its ports went with the node that left
+            fillIONode(compound, *next);
+    }
 }
 
 } // namespace TAV_marlo_v1

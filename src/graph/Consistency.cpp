@@ -191,7 +191,8 @@ void ConsistencyCheck::checkTwinPair(Port const& outside, Port const& inside, st
 
 void ConsistencyCheck::checkIONodes(Compound const& compound, std::string const& path)
 {
-    bool isFirst[2] = {true, true};
+    unsigned nodesOfKind[2] = {0, 0};
+    unsigned presenters[2] = {0, 0};
     for (AddRefWrapper<Node> const& node : compound.nodes()) {
         if (!node->testFlag(eAnyIO))
             continue;
@@ -204,12 +205,16 @@ void ConsistencyCheck::checkIONodes(Compound const& compound, std::string const&
             for (unsigned i = 0; same && i < inner.size(); ++i)
                 same = shown[i] == inner[i];
             require(same, nodePath, "it does not show the compound's ports");
-        } else if (isFirst[isInputNode] && !compound.testFlag(eNoIOPortFill)) {
-            report(nodePath, "it is the first of its kind but shows no ports of the compound");
+            ++presenters[isInputNode];
         } else {
-            require(shown.empty() || compound.testFlag(eNoIOPortFill), nodePath, "it is not the first of its kind but has ports");
+            require(shown.empty() || compound.testFlag(eNoIOPortFill), nodePath,
+                    "it has ports though another IO node shows the compound's");
         }
-        isFirst[isInputNode] = false;
+        ++nodesOfKind[isInputNode];
+    }
+    for (unsigned kind : {0u, 1u}) {
+        require(nodesOfKind[kind] == 0 || presenters[kind] == 1 || compound.testFlag(eNoIOPortFill), path,
+                "its ports are not shown by exactly one IO node of their kind");
     }
 }
 

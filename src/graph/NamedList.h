@@ -50,6 +50,9 @@ public:
 
     bool hasName(std::string_view name) const { return find(name) != nullptr; }
 
+    /// Whether a name here may be more than one step of a path, or none: it holds "/" or ".", or is empty.
+    bool mayHoldSeparators() const noexcept { return m_mayHoldSeparators; }
+
     /// `name` itself when it is free, otherwise the next free name. `mine` may keep its own name.
     std::string freeName(std::string_view name, T const* mine = nullptr) const
     {
@@ -70,6 +73,7 @@ public:
     void insert(unsigned index, T* object)
     {
         SharedText const& name = textOf(*object);
+        lookForSeparators(name.view());
         if (m_index)
             m_index->emplace(&name, object);
         try {
@@ -107,6 +111,7 @@ public:
     void rename(T& object, SharedTextRef const& name)
     {
         SharedTextRef const old(textOf(object));
+        lookForSeparators(name.view());
         if (m_index)
             m_index->emplace(name.get(), &object);
         if (m_freeNames) {
@@ -121,12 +126,17 @@ public:
     }
 
     /// The object was renamed through another list that it stands in; the look-up by name starts anew.
-    void renamedElsewhere() noexcept { dropIndexes(); }
+    void renamedElsewhere() noexcept
+    {
+        dropIndexes();
+        m_mayHoldSeparators = true;
+    }
 
     void clear() noexcept
     {
         dropIndexes();
         m_items.clear();
+        m_mayHoldSeparators = false;
     }
 
     void swap(NamedList& other) noexcept
@@ -135,6 +145,7 @@ public:
         m_index.swap(other.m_index);
         m_freeNames.swap(other.m_freeNames);
         std::swap(m_hearsRenames, other.m_hearsRenames);
+        std::swap(m_mayHoldSeparators, other.m_mayHoldSeparators);
     }
 
     template <class Visit>
@@ -158,6 +169,13 @@ private:
         bool operator()(SharedText const* a, std::string_view b) const noexcept { return a->view() == b; }
     };
     using Index = std::unordered_multimap<SharedText const*, T*, Hash, Equal>;
+
+    /// Once seen, it is taken to be there for good: only a look-up by path gets a little dearer.
+    void lookForSeparators(std::string_view name) noexcept
+    {
+        if (!m_mayHoldSeparators)
+            m_mayHoldSeparators = name.empty() || name.find_first_of("/.") != name.npos;
+    }
 
     static SharedText const& textOf(T const& object) { return NamedAccess::text(object); }
 
@@ -217,6 +235,7 @@ private:
     mutable std::unique_ptr<Index> m_index;
     mutable std::unique_ptr<FreeNames> m_freeNames;
     bool m_hearsRenames = false;
+    bool m_mayHoldSeparators = false;
 };
 
 } // namespace TAV_marlo_v1::detail
