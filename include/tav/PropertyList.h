@@ -108,9 +108,11 @@ public:
 
     // ---- text
 
-    /// Entries with ";" between them. Lossless mode carries any bytes.
+    /// Entries with ";" between them, pairs first: "min={0};items={a,"b;c"};ui[widget={slider}]".
+    /// Lossless mode carries any bytes.
     String serialize(SerializeMode mode) const;
-    /// Replaces the contents by those of lossless text.
+    /// Replaces the contents by those of lossless text. eSerializePlain lets blanks stand around texts
+    /// and marks.
     /// @return false, with nothing changed, for null or damaged text, or more than 64 levels of child lists
     bool unserialize(char const* text, SerializeMode mode);
 

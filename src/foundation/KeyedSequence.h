@@ -56,7 +56,7 @@ public:
         Record& record = m_records[index];
         if (record.key != key)
             m_index.reset();
-        record.key = std::move(key);
+        record.key.swap(key);
         record.value = std::move(value);
     }
 

@@ -8,8 +8,6 @@
 
 namespace TAV_marlo_v1 {
 
-using detail::SharedTextRef;
-
 namespace {
 
 /// Two lists that a walk over whole trees takes at once. Walks keep such pairs on a stack of their
