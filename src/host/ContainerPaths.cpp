@@ -94,8 +94,8 @@ bool visitCandidates(detail::NamedList<T> const& list, std::string_view path, st
             continue;
         name.assign(path.substr(begin, end - begin));
         add(name);
-        for (char const separator : {'/', '.'}) {
-            name.push_back(separator);
+        for (char const last : {'/', '.'}) {
+            name.push_back(last);
             add(name);
             name.pop_back();
         }
