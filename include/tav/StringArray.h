@@ -66,7 +66,7 @@ public:
     bool operator!=(StringArray const& other) const noexcept;
 
     /// "{a,b}". Lossless: an item that is empty, has blanks at its ends, holds a tag, a quote or a
-    /// backslash, or ends like a tag begins stands in double quotes with \" and \\.
+    /// backslash, or ends in a character of a tag stands in double quotes with \" and \\.
     String serialize(SerializeMode mode, SerializationTags const& tags = kDefaultSerializationTags) const;
 
     /// Replaces the contents by those of `text`.
