@@ -13,13 +13,16 @@
 
 #include <QtCore/QHash>
 
+#include <cmath>
+
 using namespace TAV_marlo_v1;
 
 namespace tool {
 
 namespace {
 
-constexpr std::size_t kMostRows = 24;
+constexpr std::size_t kShortList = 24; // shown whole
+constexpr std::size_t kMostRows = 64;
 constexpr char kNodeHead[] = "#e6ebf0";
 constexpr char kCompoundHead[] = "#cfe0f2";
 constexpr char kBorderHead[] = "#f3e8d2";
@@ -48,10 +51,12 @@ QString typeOf(Port const& port)
     return type ? toQString(type->getName()) : QString();
 }
 
-QString valueOf(Port const& port)
+/// The port's own values. What is connected gets others.
+QString valueOf(Port const& port, bool evenIfConnected = false)
 {
     StringArray values;
-    return !port.isConnected() && port.getPortDefaultValues(values) ? serializeToQString(values, ";") : QString();
+    bool const counts = (evenIfConnected || !port.isConnected()) && port.getPortDefaultValues(values);
+    return counts ? serializeToQString(values, ";") : QString();
 }
 
 /// A compound's nodes grouped by the backdrops that they lie on; the rest under null.
@@ -81,11 +86,6 @@ QString titleOf(Annotation const& annotation)
     return title.isEmpty() && annotation.getType() == Annotation::eBackdrop ? toQString(annotation.getName()) : title;
 }
 
-QString quoted(QString const& text)
-{
-    return '"' + QString(text).replace('\\', "\\\\").replace('"', "\\\"") + '"';
-}
-
 class DotGraph {
 public:
     explicit DotGraph(DotOptions const& options)
@@ -99,7 +99,7 @@ public:
                  "graph [charset=\"UTF-8\", rankdir=LR, fontname=\"sans-serif\", fontsize=11, nodesep=0.25, "
                  "ranksep=0.9, labelloc=t, labeljust=l";
         // Parts that hang together with nothing stand side by side instead of in one endless column.
-        m_text += m_options.storedPositions ? ", splines=true" : ", pack=24, packmode=\"graph\"";
+        m_text += m_options.storedPositions ? ", splines=true" : ", pack=24, packmode=\"array\"";
         m_text += "];\nnode [shape=plain, fontname=\"sans-serif\", fontsize=10];\n"
                   "edge [arrowsize=0.6, penwidth=1.3];\n";
         if (m_options.storedPositions)
@@ -107,11 +107,8 @@ public:
         else
             writeContents(top, 0);
         writeConnections();
-        m_text += "label=" + legendLabel(toQString(top.getAsNode()->getFullPathName().getName()) == "/"
-                                             ? toQString(top.getName())
-                                             : toQString(top.getAsNode()->getFullPathName().getName()),
-                                         m_colours);
-        m_text += ";\n}\n";
+        QString const path = toQString(top.getAsNode()->getFullPathName().getName());
+        m_text += "label=" + legendLabel(path == "/" ? toQString(top.getName()) : path, m_colours) + ";\n}\n";
         return m_text.toUtf8();
     }
 
@@ -130,23 +127,31 @@ private:
         return {anchor, text, valueOf(port), m_colours.colourOf(typeOf(port))};
     }
 
-    /// The rows for a list of ports, each remembered as the end of edges. Of a long list the unconnected
-    /// ones share one row, and beyond the limit all that are left.
-    std::vector<PortRow> rowsOf(PortList const& list, QString const& node, QString const& prefix)
+    /// The rows for a list of ports, each remembered as the end of edges. In a long list those that are
+    /// not connected share one row, and so do those beyond the limit.
+    /// @param border the compound whose border is drawn: connections on either side count
+    std::vector<PortRow> rowsOf(PortList const& list, QString const& node, QString const& prefix,
+                                Compound const* border = nullptr)
     {
         std::vector<AddRefWrapper<Port>> const ports = portsOf(list);
-        bool const all = ports.size() <= kMostRows;
         std::vector<PortRow> rows;
         std::size_t hidden = 0;
         QString const restAnchor = prefix + "rest";
         for (AddRefWrapper<Port> const& port : ports) {
-            bool const shown = all || (port->isConnected() && rows.size() + 1 < kMostRows);
+            AddRefWrapper<Port> const inside = border ? border->getReversePort(port) : AddRefWrapper<Port>();
+            bool const connected = port->isConnected() || (inside && inside->isConnected());
+            bool const shown = ports.size() <= kShortList || (connected && rows.size() < kMostRows);
             QString const anchor = shown ? prefix + QString::number(rows.size()) : restAnchor;
             addEnd(port, node + ':' + anchor);
-            if (shown)
-                rows.push_back(rowOf(*port, anchor));
-            else
+            if (inside)
+                addEnd(inside, node + ':' + anchor);
+            if (!shown) {
                 ++hidden;
+                continue;
+            }
+            rows.push_back(rowOf(*port, anchor));
+            if (inside && rows.back().note.isEmpty() && !port->isConnected())
+                rows.back().note = valueOf(*inside, /*evenIfConnected=*/true);
         }
         if (hidden > 0)
             rows.push_back({restAnchor, QString("%1 more").arg(hidden), {}, "#a0a0a0"});
@@ -179,16 +184,6 @@ private:
 
     /// The ports of a compound, seen from both sides at once: edges from outside end at the very row
     /// where those inside begin.
-    std::vector<PortRow> borderRows(Compound const& compound, PortList const& outside, QString const& name)
-    {
-        std::vector<PortRow> const rows = rowsOf(outside, name, "p");
-        for (AddRefWrapper<Port> const& port : portsOf(outside)) {
-            if (AddRefWrapper<Port> const inside = compound.getReversePort(port))
-                addEnd(inside, m_ends.value(port.get()));
-        }
-        return rows;
-    }
-
     void writeBorder(Compound const& compound, PortIOType side)
     {
         AddRefWrapper<Node> const owner = compound.getAsNode();
@@ -196,7 +191,7 @@ private:
         if (outside.empty())
             return;
         QString const name = newName();
-        std::vector<PortRow> const rows = borderRows(compound, outside, name);
+        std::vector<PortRow> const rows = rowsOf(outside, name, "p", &compound);
         QString const label = borderLabel(side == eInput ? "inputs" : "outputs", kBorderHead, rows);
         PortList const& inside = side == eInput ? compound.innerInputs() : compound.innerOutputs();
         AddRefWrapper<Node> const ioNode = compound.getAssociatedIONode(inside[0u]);
@@ -329,22 +324,23 @@ private:
         return QString(", pos=\"%1,%2!\"").arg(point.x(), 0, 'f', 1).arg(-point.y(), 0, 'f', 1);
     }
 
-    /// Boxes without a place stand in a row below the others.
+    /// Boxes without a place stand in a row below the others, from their left end on.
     void writePlacedBoxes(double spread)
     {
-        double left = 0;
-        double bottom = 0;
+        QRectF taken;
         for (PlacedBox const& box : m_placed) {
             if (box.place)
-                bottom = std::max(bottom, spread * box.place->y() + box.size.height() / 2);
+                taken |= QRectF(spread * *box.place - QPointF(box.size.width(), box.size.height()) / 2, box.size);
         }
+        double left = taken.left();
         for (PlacedBox const& box : m_placed) {
-            QPointF point = spread * box.place.value_or(QPointF());
-            if (!box.place) {
-                point = {left + box.size.width() / 2, bottom + 60 + box.size.height() / 2};
-                left += box.size.width() + 40;
+            if (box.place) {
+                writeBox(box.name, box.label, positionText(spread * *box.place));
+                continue;
             }
+            QPointF const point(left + box.size.width() / 2, taken.bottom() + 60 + box.size.height() / 2);
             writeBox(box.name, box.label, positionText(point));
+            left += box.size.width() + 40;
         }
     }
 
@@ -369,15 +365,27 @@ private:
 
     // ---- connections
 
+    /// What one port feeds would all stand in one column, which nobody can look over once it is long:
+    /// then it is spread over several.
+    static unsigned columnsFor(unsigned targets)
+    {
+        constexpr unsigned longest = 16;
+        return targets <= longest ? 1u : static_cast<unsigned>(std::lround(std::sqrt(targets / 4.0)));
+    }
+
     void writeConnections()
     {
         for (AddRefWrapper<Port> const& source : m_sources) {
             QString const tail = m_ends.value(source.get());
             QString const colour = m_colours.colourOf(typeOf(*source));
-            for (AddRefWrapper<Port> const& target : source->connectedTo()) {
-                QString const head = m_ends.value(target.get());
+            PortList const& targets = source->connectedTo();
+            unsigned const columns = columnsFor(targets.size());
+            for (unsigned i = 0; i < targets.size(); ++i) {
+                QString const head = m_ends.value(targets[i].get());
                 if (!head.isEmpty())
-                    m_text += tail + ":e -> " + head + ":w [color=" + quoted(colour) + "];\n";
+                    m_text += QString("%1:e -> %2:w [color=\"%3\", minlen=%4];\n")
+                                  .arg(tail, head, colour)
+                                  .arg(1 + i % columns);
             }
         }
     }
@@ -387,7 +395,7 @@ private:
     unsigned m_count = 0;
     TypeColours m_colours;
     QHash<Port const*, QString> m_ends;       // where in the picture a port is
-    std::vector<AddRefWrapper<Port>> m_sources; // the ports that connections begin at
+    std::vector<AddRefWrapper<Port>> m_sources; // where connections begin
     std::vector<PlacedBox> m_placed;
 };
 

@@ -49,10 +49,11 @@ QString table(QString const& rows)
 
 QString headRow(QString const& title, QString const& subtitle, QString const& colour)
 {
-    QString text = "<B>" + escaped(shortened(title, kNameLength)) + "</B>";
+    QString const cell = "<TR><TD COLSPAN=\"2\" CELLPADDING=\"%1\" BGCOLOR=\"%2\">%3</TD></TR>";
+    QString rows = cell.arg(QString("4"), colour, "<B>" + escaped(shortened(title, kNameLength)) + "</B>");
     if (!subtitle.isEmpty() && subtitle != title)
-        text += "<BR/>" + small(escaped(shortened(subtitle, kNameLength)));
-    return QString("<TR><TD COLSPAN=\"2\" BGCOLOR=\"%1\">%2</TD></TR>").arg(colour, text);
+        rows += cell.arg(QString("2"), colour, small(escaped(shortened(subtitle, kNameLength))));
+    return rows;
 }
 
 QStringList wrapped(QString const& text)
