@@ -366,11 +366,11 @@ private:
     // ---- connections
 
     /// What one port feeds would all stand in one column, which nobody can look over once it is long:
-    /// then it is spread over several.
+    /// then it is spread over several. Edges across columns cost time: a very long one stays as it is.
     static unsigned columnsFor(unsigned targets)
     {
-        constexpr unsigned longest = 16;
-        return targets <= longest ? 1u : static_cast<unsigned>(std::lround(std::sqrt(targets / 4.0)));
+        bool const isLong = targets > 16 && targets <= 300;
+        return isLong ? static_cast<unsigned>(std::lround(std::sqrt(targets / 4.0))) : 1u;
     }
 
     void writeConnections()
