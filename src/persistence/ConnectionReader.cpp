@@ -119,10 +119,11 @@ Port* ConnectionReader::findPort(PortList const& list, std::string_view path)
     if (path.find('.') == std::string_view::npos)
         return nullptr;
     auto const [known, isNew] = m_children.try_emplace(&list);
+    auto& below = known->second;
     if (isNew)
-        ports.forEach([&](Port& port) { collectBelow(port, known->second); });
-    auto const found = known->second.find(std::string(path));
-    return found == known->second.end() ? nullptr : found->second;
+        ports.forEach([&](Port& port) { collectBelow(port, below); });
+    auto const found = below.find(std::string(path));
+    return found == below.end() ? nullptr : found->second;
 }
 
 // ---- elements
