@@ -39,6 +39,11 @@ String Node::saveWithoutHook(PortFilterCallback* filter) const
     return writtenText([&](GraphWriter& writer) { writer.writeNode(*this, filter, GraphWriter::eWithoutHook); });
 }
 
+bool Node::onSaveToString(PortFilterCallback*, String&) const
+{
+    return false;
+}
+
 String Compound::saveToString(PortFilterCallback* filter) const
 {
     return writtenText([&](GraphWriter& writer) { writer.writeCompound(*this, filter, GraphWriter::eAskingHook); });
@@ -47,6 +52,11 @@ String Compound::saveToString(PortFilterCallback* filter) const
 String Compound::saveWithoutHook(PortFilterCallback* filter) const
 {
     return writtenText([&](GraphWriter& writer) { writer.writeCompound(*this, filter, GraphWriter::eWithoutHook); });
+}
+
+bool Compound::onSaveToString(PortFilterCallback*, String&) const
+{
+    return false;
 }
 
 String Compound::saveItemsToString(StringArray const& nodeNames, StringArray const& annotationNames,
