@@ -1,6 +1,6 @@
 // How a container finds what a path leads to. A path does not tell by itself where one name ends and
 // the next begins, since names may hold "/" and "." too, and a separator at the end of a name gives way
-// to the one behind it. So the walk goes down the graph along every name that the path can go on with;
+// to the "." of a port. So the walk goes down the graph along every name that the path can go on with;
 // as each compound has one way to it, each is visited once at most.
 
 #include <tav/Container.h>
@@ -33,29 +33,38 @@ bool isSeparator(char c)
 
 /// What a name does for the look-up of a path.
 struct Step {
-    bool isEnd = false;           // the path ends with it
-    std::size_t next = kNowhere;  // the separator behind it, if the path can go on there
+    bool isEnd = false;          // the path ends with it
+    std::size_t node = kNowhere; // the separator of what the object contains, if the path may go on there
+    std::size_t port = kNowhere; // the "." of a port of the object, which takes the place of one separator at
+                                 // the end of what stands in front of it
 };
+
+bool isAt(std::string_view path, std::size_t position, std::string_view text)
+{
+    return path.compare(position, text.size(), text) == 0;
+}
 
 /// `from` is where the path of what holds the name ends, and so where its separator stands.
 Step stepTo(std::string_view path, std::size_t from, char separator, std::string_view name)
 {
     Step step;
-    if (path[from] == separator)
-        step.isEnd = path.substr(from + 1) == name;
-    if (name.empty()) {
-        step.next = from; // the separator in front of the name gives way to the one behind it
-        return step;
-    }
-    if (path[from] != separator)
-        return step;
-    if (isSeparator(name.back()))
-        name.remove_suffix(1);
-    if (path.compare(from + 1, name.size(), name) != 0)
-        return step;
+    bool const isHere = path[from] == separator;
     std::size_t const end = from + 1 + name.size();
-    if (end < path.size() && isSeparator(path[end]))
-        step.next = end;
+    if (isHere && isAt(path, from + 1, name)) {
+        step.isEnd = end == path.size();
+        if (end < path.size() && isSeparator(path[end]))
+            step.node = end;
+    }
+
+    std::size_t port = kNowhere;
+    if (name.empty())
+        port = from; // the separator in front of the name is the one at the end
+    else if (!isSeparator(name.back()))
+        port = step.node;
+    else if (isHere && isAt(path, from + 1, name.substr(0, name.size() - 1)))
+        port = end - 1;
+    if (port < path.size() && path[port] == '.')
+        step.port = port;
     return step;
 }
 
@@ -111,23 +120,25 @@ class Target {
 public:
     virtual ~Target() = default;
     virtual bool isNode(Node&) { return false; }
-    /// The path of the node ends at `from`; what follows may be a port of it.
+    /// What follows the "." at `from` may be a port of the node.
     virtual bool isPortOf(Node&, std::string_view, std::size_t) { return false; }
     virtual bool isIn(Compound&, std::string_view, std::size_t) { return false; }
 };
 
-bool walk(Node& node, std::string_view path, std::size_t from, Target& target)
+/// `to` is the step that led to the node.
+bool walk(Node& node, std::string_view path, Step const& to, Target& target)
 {
-    if (target.isPortOf(node, path, from))
+    if (to.isEnd && target.isNode(node))
+        return true;
+    if (to.port != kNowhere && target.isPortOf(node, path, to.port))
         return true;
     Compound* const compound = NodeAccess::impl(node).owned.get();
-    if (!compound)
+    if (to.node == kNowhere || !compound)
         return false;
-    if (target.isIn(*compound, path, from))
+    if (target.isIn(*compound, path, to.node))
         return true;
-    return visitCandidates(NodeAccess::impl(compound->nodes()).nodes, path, from, '/', [&](Node& child) {
-        Step const step = stepTo(path, from, '/', NamedAccess::text(child).view());
-        return (step.isEnd && target.isNode(child)) || (step.next != kNowhere && walk(child, path, step.next, target));
+    return visitCandidates(NodeAccess::impl(compound->nodes()).nodes, path, to.node, '/', [&](Node& child) {
+        return walk(child, path, stepTo(path, to.node, '/', NamedAccess::text(child).view()), target);
     });
 }
 
@@ -136,11 +147,13 @@ void search(Node* top, char const* text, Target& target)
     if (!top || !text)
         return;
     std::string_view const path(text);
-    // The top node's own "/" gives way to the separator behind it.
-    if (path == "/" && target.isNode(*top))
+    if (path.empty() || !isSeparator(path[0]))
         return;
-    if (!path.empty() && isSeparator(path[0]))
-        walk(*top, path, 0, target);
+    Step toTop; // "/" alone; what is inside brings its own
+    toTop.isEnd = path == "/";
+    toTop.node = 0;
+    toTop.port = path[0] == '.' ? 0 : kNowhere;
+    walk(*top, path, toTop, target);
 }
 
 class NodeTarget final : public Target {
@@ -199,10 +212,10 @@ private:
                 if (m_onlyFirst)
                     return true;
             }
-            if (step.next == kNowhere || m_mode == Container::eSearchOwnPorts)
+            if (step.port == kNowhere || m_mode == Container::eSearchOwnPorts)
                 return false;
             AddRefWrapper<PortList> const children = port.children();
-            return children && isIn(*children, path, step.next);
+            return children && isIn(*children, path, step.port);
         });
     }
     using Target::isIn;
