@@ -31,6 +31,14 @@ bool isSeparator(char c)
     return c == '/' || c == '.';
 }
 
+/// The first separator at `from` or behind it, or the end of the path.
+std::size_t findSeparator(std::string_view path, std::size_t from)
+{
+    while (from < path.size() && !isSeparator(path[from]))
+        ++from;
+    return from;
+}
+
 /// What a name does for the look-up of a path.
 struct Step {
     bool isEnd = false;          // the path ends with it
@@ -78,8 +86,7 @@ bool visitCandidates(detail::NamedList<T> const& list, std::string_view path, st
     if (!list.mayHoldSeparators()) {
         if (path[from] != separator)
             return false;
-        std::size_t const end = std::min(path.find_first_of("/.", begin), path.size());
-        T* const found = list.find(path.substr(begin, end - begin));
+        T* const found = list.find(path.substr(begin, findSeparator(path, begin) - begin));
         return found && visit(*found);
     }
 
