@@ -86,12 +86,18 @@ AddRefWrapper<Port> Compound::createLinkedPort(AddRefWrapper<Port> const& port, 
     AddRefWrapper<Port> const inside = getReversePort(outside);
     if (!inside)
         return {};
-    StringArray keys;
-    kept->getAvailableMetadatas(eAnyMetadata, keys);
-    for (char const* key : keys)
-        outside->setPortMetaDataValue(key, kept->getPortMetaDataValue(key).toChar());
-    if (inside->addConnection(kept, /*copyMetadata=*/false))
-        return outside;
+    try {
+        StringArray keys;
+        kept->getAvailableMetadatas(eAnyMetadata, keys);
+        for (char const* key : keys)
+            outside->setPortMetaDataValue(key, kept->getPortMetaDataValue(key).toChar());
+        if (inside->addConnection(kept, /*copyMetadata=*/false))
+            return outside;
+    } catch (...) {
+        PortAccess::takeOut(*PortAccess::home(*inside)->self, *inside);
+        PortAccess::takeOut(*PortAccess::home(*outside)->self, *outside);
+        throw;
+    }
     deleteCompoundPort(outside);
     return {};
 }

@@ -149,7 +149,8 @@ bool NodeList::remove(AddRefWrapper<Node> const& node)
 
 bool NodeAccess::holds(Node const& node, Compound const& compound) noexcept
 {
-    if (!impl(node).owned)
+    Compound const* const owned = impl(node).owned.get();
+    if (!owned || (owned != &compound && owned->nodes().empty()))
         return false;
     for (Compound const* around = &compound; around;) {
         Node const* const owner = CompoundAccess::owner(*around);

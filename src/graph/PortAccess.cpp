@@ -45,6 +45,9 @@ void forPortAndChildren(Port& top, Visit&& visit)
 
 void PortAccess::setOwner(Port& top, PortNotification* owner) noexcept
 {
+    // What is below has the owner of what is above; a tree that dies from the top is walked once.
+    if (impl(top).owner == owner && !impl(top).isStray)
+        return;
     forPortAndChildren(top, [owner](Port& port) {
         forgetStray(port);
         impl(port).owner = owner;

@@ -188,6 +188,8 @@ bool PortList::remove(AddRefWrapper<Port> const& port)
         return false;
 
     m_impl->ports.take(kept.get());
+    if (m_impl->presentation)
+        m_impl->presentation->ports.take(kept.get());
     Port::Impl& record = PortAccess::impl(*kept);
     bool const isMine = record.home == m_impl.get();
     if (isMine) {
@@ -200,10 +202,6 @@ bool PortList::remove(AddRefWrapper<Port> const& port)
     if (m_impl->owner)
         m_impl->owner->onPortListPortRemoved(*this, kept);
 
-    // The list that shows this one and the owner are let go of last: the owner reports the removal
-    // through the node that showed the port.
-    if (m_impl->presentation)
-        m_impl->presentation->ports.take(kept.get());
     if (isMine && !record.home)
         PortAccess::setOwner(*kept, nullptr);
     return true;

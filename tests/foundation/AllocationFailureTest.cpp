@@ -7,66 +7,13 @@
 #include <tav/StringArray.h>
 
 #include "foundation/SharedText.h"
+#include "support/FailingAllocations.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <functional>
 #include <new>
 #include <string>
-
-namespace {
-
-/// Allocations that still succeed; negative: all do.
-long theAllocationsLeft = -1;
-
-void* allocate(std::size_t bytes)
-{
-    if (theAllocationsLeft == 0)
-        throw std::bad_alloc();
-    if (theAllocationsLeft > 0)
-        --theAllocationsLeft;
-    if (void* const block = std::malloc(bytes ? bytes : 1))
-        return block;
-    throw std::bad_alloc();
-}
-
-} // namespace
-
-// For this whole program: every allocation goes through the counter. The forms that do not throw are
-// there too, since a tool that watches allocations has its own of those.
-void* operator new(std::size_t bytes)
-{
-    return allocate(bytes);
-}
-void* operator new[](std::size_t bytes)
-{
-    return allocate(bytes);
-}
-void* operator new(std::size_t bytes, std::nothrow_t const&) noexcept
-{
-    return theAllocationsLeft == 0 ? nullptr : allocate(bytes);
-}
-void* operator new[](std::size_t bytes, std::nothrow_t const&) noexcept
-{
-    return theAllocationsLeft == 0 ? nullptr : allocate(bytes);
-}
-void operator delete(void* block) noexcept
-{
-    std::free(block);
-}
-void operator delete[](void* block) noexcept
-{
-    std::free(block);
-}
-void operator delete(void* block, std::size_t) noexcept
-{
-    std::free(block);
-}
-void operator delete[](void* block, std::size_t) noexcept
-{
-    std::free(block);
-}
 
 namespace TAV_marlo_v1 {
 
@@ -80,13 +27,13 @@ void expectAllOrNothing(T const& original, std::function<void(T&)> const& change
     for (long allowed = 0; allowed < 1000; ++allowed) {
         T object(original);
         try {
-            theAllocationsLeft = allowed;
+            tav_test::allocationsLeft = allowed;
             change(object);
-            theAllocationsLeft = -1;
+            tav_test::allocationsLeft = -1;
             EXPECT_FALSE(object == original) << "nothing was changed";
             return;
         } catch (std::bad_alloc const&) {
-            theAllocationsLeft = -1;
+            tav_test::allocationsLeft = -1;
             EXPECT_TRUE(object == original) << "after " << allowed << " allocations";
         }
     }
@@ -157,10 +104,10 @@ TEST(AllocationFailure, LeavesALargeListSearchableAndRemovable)
     PropertyList list;
     for (int i = 0; i < 40; ++i)
         list.addStringPair(std::to_string(i).c_str(), "v");
-    theAllocationsLeft = 0;
+    tav_test::allocationsLeft = 0;
     bool const found = list.hasStringPair("39"); // no memory for an index: the pairs are scanned
     bool const removed = list.removeStringPair("7");
-    theAllocationsLeft = -1;
+    tav_test::allocationsLeft = -1;
     EXPECT_TRUE(found && removed);
     EXPECT_FALSE(list.hasStringPair("7"));
     EXPECT_TRUE(list.hasStringPair("38"));
@@ -172,12 +119,12 @@ TEST(AllocationFailure, LeavesStatusesAndErrorStatesAsTheyWere)
     AddRefWrapper<ErrorState> const state = ErrorState::createNew();
     state->addMessage("s", "t", eInfo);
     StringArray out("kept");
-    theAllocationsLeft = 0;
+    tav_test::allocationsLeft = 0;
     EXPECT_THROW(status.setErrorString(kLong), std::bad_alloc);
     EXPECT_THROW(state->addMessage(kLong, kLong, eError), std::bad_alloc);
-    theAllocationsLeft = 1;
+    tav_test::allocationsLeft = 1;
     EXPECT_THROW(state->getMessages(eAnyMessage, out), std::bad_alloc);
-    theAllocationsLeft = -1;
+    tav_test::allocationsLeft = -1;
     EXPECT_STREQ(status.getErrorString(), "before");
     EXPECT_EQ(state->getMessageCount(eAnyMessage), 1u);
     EXPECT_EQ(out.size(), 1u);
