@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -84,8 +85,8 @@ public:
             return false;
         m_entries.push_back({&member, member.m_places.size()});
         member.m_places.push_back({this, m_entries.size() - 1});
-        if (m_indexed)
-            m_index[&member] = m_entries.size() - 1;
+        if (m_index)
+            (*m_index)[&member] = m_entries.size() - 1;
         ++m_live;
         return true;
     }
@@ -139,6 +140,8 @@ private:
     static constexpr std::size_t kNowhere = ~std::size_t(0);
     /// Up to here a walk over one side is as quick as a look-up in a table.
     static constexpr std::size_t kFew = 8;
+
+    using Index = std::unordered_map<Member const*, std::size_t>;
 
     struct Entry {
         Member* member;    // null once that client left
@@ -210,27 +213,27 @@ private:
                     return entry;
             return kNowhere;
         }
-        if (!m_indexed)
+        if (!m_index)
             makeIndex();
-        auto const found = m_index.find(&member);
-        return found == m_index.end() ? kNowhere : found->second;
+        auto const found = m_index->find(&member);
+        return found == m_index->end() ? kNowhere : found->second;
     }
 
     void makeIndex()
     {
-        m_index.clear();
+        auto index = std::make_unique<Index>();
         for (std::size_t entry = 0; entry < m_entries.size(); ++entry)
             if (m_entries[entry].member)
-                m_index[m_entries[entry].member] = entry;
-        m_indexed = true;
+                (*index)[m_entries[entry].member] = entry;
+        m_index = std::move(index);
     }
 
     void removeAt(std::size_t entry)
     {
         Member& member = *m_entries[entry].member;
         std::size_t const place = m_entries[entry].place;
-        if (m_indexed)
-            m_index.erase(&member);
+        if (m_index)
+            m_index->erase(&member);
 
         // The client's last place moves into the gap.
         auto const last = member.m_places.back();
@@ -255,15 +258,16 @@ private:
             m_entries[next++] = entry;
         }
         m_entries.resize(next);
-        if (m_indexed)
+        if (m_live == 0)
+            m_index.reset();
+        else if (m_index)
             makeIndex();
     }
 
     std::vector<Entry> m_entries;
-    std::unordered_map<Member const*, std::size_t> m_index; // filled only while m_indexed
+    std::unique_ptr<Index> m_index; // null until both sides have grown long
     std::size_t m_live = 0;
     Delivery* m_delivery = nullptr;
-    bool m_indexed = false;
 };
 
 } // namespace TAV_marlo_v1::detail

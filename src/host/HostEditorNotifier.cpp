@@ -105,8 +105,18 @@ void HostEditorNotifier::Record::deliverHeldBack()
         // Only now: until its turn a notifier goes on queueing, so that its editors get all in order.
         record->enlisted = false;
         record->deliverPending();
+        record->dropIfIdle();
         record->release();
     }
+}
+
+void HostEditorNotifier::Record::dropIfIdle()
+{
+    // Two references: the notifier's and the caller's; nobody is in the middle of a delivery.
+    if (!notifier || references != 2 || scope || enlisted || !editors.empty() || !pending.empty() || !heldBack.empty())
+        return;
+    notifier->m_record = nullptr;
+    release();
 }
 
 void HostEditorNotifier::Record::shutDown()
@@ -180,8 +190,10 @@ HostEditorNotifier::~HostEditorNotifier()
 
 void HostEditorNotifier::executeChange()
 {
-    if (m_record)
-        m_record->deliverPending();
+    if (Kept const kept(m_record); kept) {
+        kept->deliverPending();
+        kept->dropIfIdle();
+    }
 }
 
 bool HostEditorNotifier::postponeNotification() const
@@ -272,8 +284,11 @@ void HostEditorNotifier::registerEditor(HostEditor* editor)
 
 void HostEditorNotifier::unregisterEditor(HostEditor* editor)
 {
-    if (editor && editor->m_record && m_record)
-        m_record->editors.remove(*editor->m_record);
+    if (!editor || !editor->m_record || !m_record)
+        return;
+    Kept const kept(m_record);
+    kept->editors.remove(*editor->m_record);
+    kept->dropIfIdle();
 }
 
 } // namespace TAV_marlo_v1

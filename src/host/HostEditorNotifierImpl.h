@@ -42,6 +42,8 @@ struct HostEditorNotifier::Record {
     /// Hands the batch over unless it is held back. The notifier may die in the course of it.
     void deliverPending();
     void deliverHeldBack();
+    /// Gives the record up when there is nothing left in it. The caller holds a reference.
+    void dropIfIdle();
     /// The notifier dies: nobody is registered any more, and nothing is kept.
     void shutDown();
 
