@@ -46,9 +46,14 @@ public:
 
 StatusStr writeWhole(char const* path, String const& text)
 {
-    QSaveFile file(QString::fromUtf8(path));
+    QFileInfo const target(QString::fromUtf8(path));
+    // The new text takes the place of what is there: a device or pipe would be gone.
+    if (target.exists() && !target.isFile())
+        return errorIn(path, "cannot be written: it is no file");
+    QSaveFile file(target.filePath());
     qint64 const size = static_cast<qint64>(text.size());
-    if (file.open(QIODevice::WriteOnly) && file.write(text.toChar(), size) == size && file.commit())
+    // Flushed here: commit() would not tell that the last bytes found no room.
+    if (file.open(QIODevice::WriteOnly) && file.write(text.toChar(), size) == size && file.flush() && file.commit())
         return StatusStr();
     return errorIn(path, ("cannot be written: " + file.errorString().toUtf8()).constData());
 }

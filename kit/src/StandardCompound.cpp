@@ -80,6 +80,15 @@ AddRefWrapper<Node> StandardCompound::createNodeFromPreset(char const* path)
     return compound ? compound->getAsNode() : AddRefWrapper<Node>();
 }
 
+AddRefWrapper<Node> StandardCompound::createBareNode(char const* typeName, NodeFlags flags)
+{
+    Container* const container = containerOf(*this);
+    auto const* const runtime = dynamic_cast<StandardRuntime const*>(container ? container->getRuntime() : nullptr);
+    if (runtime && runtime->knowsNodeType(typeName))
+        return Node::createNew(container, nullptr);
+    return Compound::createBareNode(typeName, flags);
+}
+
 AddRefWrapper<Compound> StandardCompound::createBareCompound(AddRefWrapper<Node> const& owner, char const*)
 {
     return createNew(owner, nullptr);

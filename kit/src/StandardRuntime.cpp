@@ -10,6 +10,7 @@
 
 #include <cstring>
 #include <string>
+#include <unordered_set>
 
 namespace TAV_marlo_v1::kit {
 
@@ -87,16 +88,21 @@ AddRefWrapper<NodeDefinition> makeDefinition(Node const& node, char const* categ
     return definition;
 }
 
+using TypeNames = std::unordered_set<std::string>;
+
 /// Recursion ends where the reader's limit for nested compounds does.
-AddRefWrapper<NodeLibrary> makeLibrary(Compound const& compound, std::string const& path)
+/// @param types gets the types of the nodes that the definitions make
+AddRefWrapper<NodeLibrary> makeLibrary(Compound const& compound, std::string const& path, TypeNames& types)
 {
     AddRefWrapper<Node> const owner = compound.getAsNode();
     AddRefWrapper<NodeLibrary> const library = NodeLibrary::createNew(owner->getName(), niceNameOf(*owner).c_str());
     for (AddRefWrapper<Node> const& node : compound.nodes()) {
-        if (isLibrary(*node))
-            library->addSubLibrary(makeLibrary(*node->getAsCompound(), path + "/" + node->getName()));
-        else
-            library->addNode(makeDefinition(*node, path.c_str()));
+        if (isLibrary(*node)) {
+            library->addSubLibrary(makeLibrary(*node->getAsCompound(), path + "/" + node->getName(), types));
+            continue;
+        }
+        library->addNode(makeDefinition(*node, path.c_str()));
+        types.insert(node->getNodeTypeName());
     }
     return library;
 }
@@ -133,8 +139,13 @@ void addEnumType(Runtime& runtime, char const* name, std::initializer_list<char 
 
 } // namespace
 
+struct StandardRuntime::Impl {
+    TypeNames types; // of the nodes that presets make
+};
+
 StandardRuntime::StandardRuntime(char const* name)
     : Runtime(name)
+    , m_impl(std::make_unique<Impl>())
 {
     for (TypeRow const& row : kTypes)
         createPortDataType(row.name, row.defaultValue)->setKind(static_cast<PortDataTypeKind>(row.kind));
@@ -165,7 +176,7 @@ StatusStr StandardRuntime::addLibraryFromText(char const* text, char const* sour
             return errorIn(sourceName, message.c_str());
         }
     }
-    root->addSubLibrary(makeLibrary(graph.compound(), top->getName()));
+    root->addSubLibrary(makeLibrary(graph.compound(), top->getName(), m_impl->types));
     return StatusStr();
 }
 
@@ -174,6 +185,11 @@ StatusStr StandardRuntime::addLibraryFile(char const* path)
     QByteArray bytes;
     StatusStr const status = readTextFile(path, bytes);
     return !status ? status : addLibraryFromText(bytes.constData(), path);
+}
+
+bool StandardRuntime::knowsNodeType(char const* type) const
+{
+    return type && (m_impl->types.count(type) > 0 || getNodeDefinitionFromPresetPath(type));
 }
 
 String StandardRuntime::getPresetText(AddRefWrapper<NodeDefinition> const& definition)

@@ -17,6 +17,12 @@
 
 #include <functional>
 
+#if defined(__unix__)
+#    include <csignal>
+#    include <sys/resource.h>
+#    include <sys/stat.h>
+#endif
+
 using namespace TAV_marlo_v1;
 
 namespace {
@@ -173,8 +179,11 @@ TEST_F(DocumentSave, AFailureLeavesPathAndUnsavedStateAlone)
 {
     graph().nodes()[0u]->setName("renamed");
     std::vector<std::string> targets{folder.path().toStdString(), pathOf("no/such/folder.xml")};
-    if (QFile::exists("/dev/full"))
-        targets.push_back("/dev/full");
+#if defined(__unix__)
+    // Nothing may take the place of a pipe or device.
+    targets.push_back(pathOf("pipe"));
+    ASSERT_EQ(mkfifo(targets.back().c_str(), 0600), 0);
+#endif
     for (std::string const& path : targets) {
         StatusStr const status = document.saveAs(path.c_str());
         EXPECT_EQ(std::string(status.getErrorString()).rfind(path + ": cannot be written: ", 0), 0u)
@@ -182,8 +191,27 @@ TEST_F(DocumentSave, AFailureLeavesPathAndUnsavedStateAlone)
         EXPECT_TRUE(document.hasUnsavedChanges());
         EXPECT_STREQ(document.getFilePath(), example.c_str());
     }
-    EXPECT_TRUE(QDir(folder.path()).isEmpty()) << "something was left behind";
+    EXPECT_TRUE(QDir(folder.path()).entryList(QDir::Files).isEmpty()) << "something was left behind";
 }
+
+#if defined(__unix__)
+TEST_F(DocumentSave, AFullDiskLeavesTheOldFile)
+{
+    std::string const path = write("graph.xml", "the old file");
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    auto const handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit const small{100, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    StatusStr const status = document.saveAs(path.c_str());
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(std::string(status.getErrorString()).rfind(path + ": cannot be written: ", 0), 0u)
+        << status.getErrorString();
+    EXPECT_EQ(contentsOf(QString::fromStdString(path)), "the old file");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1) << "something was left beside the file";
+}
+#endif
 
 TEST_F(DocumentSave, WithoutFileItIsRefused)
 {

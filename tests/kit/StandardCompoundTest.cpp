@@ -67,6 +67,23 @@ TEST_F(StandardCompound, ACompoundPresetBringsItsGraphInACompoundOfTheSameKind)
     EXPECT_TRUE(graph->checkConsistency(problems)) << problems.serialize(eSerializePlain).toChar();
 }
 
+TEST_F(StandardCompound, ATypeIsKnownByTheNameOfADefinitionOrByWhatAPresetMakes)
+{
+    StatusStr const status = runtime.addLibraryFromText(
+        "<tavCompound name=\"own\" type=\"library\" flag=\"0\"><metadatas/><ports/><child_graph><sub_root><nodes><node>"
+        "<tavNode name=\"scale_by_10\" type=\"scale\" flag=\"0\"><metadatas/><ports/></tavNode></node></nodes>"
+        "<connections/></sub_root></child_graph></tavCompound>",
+        "own");
+    ASSERT_STREQ(status.getErrorString(), "");
+    AddRefWrapper<Node> const made = graph->createNodeFromPreset("own/scale_by_10");
+    ASSERT_TRUE(made);
+    EXPECT_STREQ(made->getNodeTypeName(), "scale");
+    EXPECT_FALSE(made->hasMessage(eAnyMessage));
+    for (char const* known : {"scale", "scale_by_10", "multiply"})
+        EXPECT_TRUE(graph->createBareNode(known, eNoNodeFlags)) << known;
+    EXPECT_FALSE(graph->createBareNode("divide", eNoNodeFlags));
+}
+
 TEST_F(StandardCompound, APathThatLeadsNowhereMakesNothing)
 {
     for (char const* path : {"", "arithmetic/basic/divide", "basic/", "arithmetic"})

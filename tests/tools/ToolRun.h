@@ -4,13 +4,16 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <string>
+
 /// What one run of the command-line tool left behind.
 struct ToolRun {
     int exitCode = -1; // -1: it crashed, hung or did not start
     QByteArray out;
     QByteArray err;
 
-    QStringList errorLines() const { return QString::fromUtf8(err).split('\n', Qt::SkipEmptyParts); }
+    std::string errors() const { return err.toStdString(); }
+    QString firstError() const { return QString::fromUtf8(err).section('\n', 0, 0); }
 };
 
 /// Runs the tool in a folder. A run that does not end within `seconds` is ended.

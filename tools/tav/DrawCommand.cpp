@@ -26,7 +26,7 @@ struct DrawOptions {
 bool writeFile(QString const& path, QByteArray const& bytes)
 {
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() && file.commit())
         return true;
     report(path, {{Severity::error, {}, "cannot be written: " + file.errorString()}});
     return false;

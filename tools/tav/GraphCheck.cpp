@@ -2,7 +2,7 @@
 
 #include "Cycles.h"
 
-#include <tav/Runtime.h>
+#include <tav/kit/StandardRuntime.h>
 
 #include <QtCore/QHash>
 #include <QtCore/QXmlStreamReader>
@@ -55,7 +55,7 @@ struct Scope {
 
 class Check {
 public:
-    Check(QByteArray const& text, Runtime const* library)
+    Check(QByteArray const& text, kit::StandardRuntime const* library)
         : m_reader(text)
         , m_library(library)
     {
@@ -133,8 +133,7 @@ private:
 
     void judgeType(QString const& type)
     {
-        bool const known = static_cast<bool>(m_library->getNodeDefinitionFromPresetPath(type.toUtf8().constData()));
-        if (known)
+        if (m_library->knowsNodeType(type.toUtf8().constData()))
             return;
         say(Severity::error, QString("the library knows no node type \"%1\"").arg(type));
         m_result.unknownTypes.insert(type);
@@ -317,7 +316,7 @@ private:
     }
 
     QXmlStreamReader m_reader;
-    Runtime const* m_library;
+    kit::StandardRuntime const* m_library;
     QXmlStreamReader::TokenType m_last = QXmlStreamReader::NoToken;
     Position m_position;
     std::vector<NodeText> m_nodes; // the nodes and compounds whose elements are open
@@ -327,7 +326,7 @@ private:
 
 } // namespace
 
-CheckResult checkGraph(QByteArray const& text, Runtime const* library)
+CheckResult checkGraph(QByteArray const& text, kit::StandardRuntime const* library)
 {
     return Check(text, library).run();
 }

@@ -5,8 +5,8 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QSet>
 
-namespace TAV_marlo_v1 {
-class Runtime;
+namespace TAV_marlo_v1::kit {
+class StandardRuntime;
 }
 
 namespace tool {
@@ -19,6 +19,6 @@ struct CheckResult {
 };
 
 /// @param library null: node types are not judged
-CheckResult checkGraph(QByteArray const& text, TAV_marlo_v1::Runtime const* library);
+CheckResult checkGraph(QByteArray const& text, TAV_marlo_v1::kit::StandardRuntime const* library);
 
 } // namespace tool

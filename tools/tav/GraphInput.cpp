@@ -51,9 +51,8 @@ bool GraphInput::open(kit::Document& document, Problem& problem) const
 {
     StatusStr const status = document.openText(m_bytes.constData(), static_cast<unsigned long long>(m_bytes.size()),
                                                m_name.toUtf8().constData());
-    if (!!status)
-        problem = problemFrom(status, m_name);
-    return !!status;
+    problem = !status ? problemFrom(status, m_name) : Problem{};
+    return problem.text.isEmpty();
 }
 
 bool openOrReport(GraphInput& input, kit::Document& document)

@@ -14,6 +14,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <functional>
+
 using namespace TAV_marlo_v1;
 
 namespace tool {
@@ -32,15 +34,15 @@ struct PortLine {
     bool hasValue;
 };
 
-/// The port's own values; or what its metadata, or else its type, gives as the default.
-PortLine lineOf(Port const& port)
+/// The port's own values, or those of its inner side; or what its metadata gives as the default.
+PortLine lineOf(Port const& port, AddRefWrapper<Port> const& inside)
 {
     AddRefWrapper<PortDataType> const type = port.getDataType();
     PortLine line{toQString(port.getName()), type ? toQString(type->getName()) : QString(), {}, true};
     StringArray values;
     StringArray keys;
     port.getAvailableMetadatas(eAnyMetadata, keys);
-    if (port.getPortDefaultValues(values))
+    if (port.getPortDefaultValues(values) || (inside && inside->getPortDefaultValues(values)))
         line.value = serializeToQString(values, ";");
     else if (keys.contains("default"))
         line.value = toQString(port.getPortMetaDataValue("default"));
@@ -98,10 +100,13 @@ private:
         AddRefWrapper<Node> const sample = makeSample(m_scratch, definition);
         if (!sample)
             return;
-        for (AddRefWrapper<Port> const& port : sample->inputs())
-            input(lineOf(*port));
-        for (AddRefWrapper<Port> const& port : sample->outputs())
-            output(lineOf(*port));
+        AddRefWrapper<Compound> const compound = sample->getAsCompound();
+        auto const show = [&compound](PortList const& ports, PortVisitor const& visit) {
+            for (AddRefWrapper<Port> const& port : ports)
+                visit(lineOf(*port, compound ? compound->getReversePort(port) : AddRefWrapper<Port>()));
+        };
+        show(sample->inputs(), input);
+        show(sample->outputs(), output);
         m_scratch.removeNode(sample->getName());
     }
 

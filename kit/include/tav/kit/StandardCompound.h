@@ -20,6 +20,8 @@ public:
     /// A copy of the preset at that path, under the next free name. A definition without text gives a
     /// node without ports. @return empty when the path leads nowhere, or after a veto
     AddRefWrapper<Node> createNodeFromPreset(char const* path) override;
+    /// A plain node if the runtime knows the type. @see StandardRuntime::knowsNodeType
+    AddRefWrapper<Node> createBareNode(char const* typeName, NodeFlags flags) override;
     AddRefWrapper<Compound> createBareCompound(AddRefWrapper<Node> const& owner, char const* typeName) override;
 
 protected:

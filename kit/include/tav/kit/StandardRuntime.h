@@ -7,6 +7,8 @@
 #include <tav/StatusStr.h>
 #include <tav/String.h>
 
+#include <memory>
+
 namespace TAV_marlo_v1::kit {
 
 /// A runtime with the usual data types and a node library that is filled from library files.
@@ -30,9 +32,17 @@ public:
     /// As addLibraryFromText, for the file at that path (UTF-8).
     [[nodiscard]] StatusStr addLibraryFile(char const* path);
 
+    /// Whether a definition bears that name or makes nodes of that type: a preset may be called otherwise
+    /// than what it makes, and several presets may make the same.
+    bool knowsNodeType(char const* type) const;
+
     /// The graph text that nodes of this definition are made from, rooted at "tavNode" or "tavCompound";
     /// "" for a definition that came from somewhere else.
     static String getPresetText(AddRefWrapper<NodeDefinition> const& definition);
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl; // never null
 };
 
 } // namespace TAV_marlo_v1::kit
