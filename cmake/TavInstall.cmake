@@ -4,37 +4,26 @@ include(CMakePackageConfigHelpers)
 set(tav_config_folder "${CMAKE_INSTALL_LIBDIR}/cmake/tav")
 
 # What needs no Qt headers and what does are exported apart: a plug-in finds tav without Qt.
-set(tav_core_targets tav)
-if(TARGET pel_1_2)
-    list(APPEND tav_core_targets pel_1_2)
-endif()
-install(TARGETS ${tav_core_targets} EXPORT tavTargets
+install(TARGETS tav pel_1_2 EXPORT tavTargets
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
 install(EXPORT tavTargets NAMESPACE tav:: DESTINATION "${tav_config_folder}")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/tav" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
     FILES_MATCHING PATTERN "*.h")
-if(EXISTS "${PROJECT_SOURCE_DIR}/pel_1_2/include")
-    install(DIRECTORY "${PROJECT_SOURCE_DIR}/pel_1_2/include/" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
-        FILES_MATCHING PATTERN "*.h")
-endif()
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/pel_1_2/include/" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+    FILES_MATCHING PATTERN "*.h")
 
-if(TARGET tavkit)
-    set_target_properties(tavkit PROPERTIES EXPORT_NAME kit)
-    install(TARGETS tavkit EXPORT tavKitTargets
-        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
-        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
-    install(EXPORT tavKitTargets NAMESPACE tav:: DESTINATION "${tav_config_folder}")
-    install(DIRECTORY "${PROJECT_SOURCE_DIR}/kit/include/tav" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
-        FILES_MATCHING PATTERN "*.h")
-endif()
+install(TARGETS tavkit EXPORT tavKitTargets
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+install(EXPORT tavKitTargets NAMESPACE tav:: DESTINATION "${tav_config_folder}")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/kit/include/tav" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+    FILES_MATCHING PATTERN "*.h")
 
 # The tool's target bears another name than the library; both are called tav where they are installed.
-if(TARGET tav_tool)
-    install(TARGETS tav_tool RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
-endif()
+install(TARGETS tav_tool RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/tavConfig.cmake.in"
     "${PROJECT_BINARY_DIR}/tavConfig.cmake"
@@ -46,9 +35,5 @@ install(FILES "${PROJECT_BINARY_DIR}/tavConfig.cmake" "${PROJECT_BINARY_DIR}/tav
 # The prefix is found from the place of the file, so that an installed tree can be moved.
 file(RELATIVE_PATH tav_prefix_from_pc "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 string(REGEX REPLACE "/$" "" tav_prefix_from_pc "${tav_prefix_from_pc}")
-set(tav_pc_libraries "-ltav")
-if(TARGET pel_1_2)
-    string(APPEND tav_pc_libraries " -lpel_1_2")
-endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/tav.pc.in" "${PROJECT_BINARY_DIR}/tav.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/tav.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
