@@ -24,17 +24,32 @@ struct ChangeBracketClient::Record {
             delete this;
     }
 
+    /// A reference while others are called.
+    class Kept {
+    public:
+        explicit Kept(Record& record) noexcept
+            : m_record(record)
+        {
+            m_record.addRef();
+        }
+        Kept(Kept const&) = delete;
+        Kept& operator=(Kept const&) = delete;
+        ~Kept() { m_record.release(); }
+
+    private:
+        Record& m_record;
+    };
+
     /// The one place where a batch ends. The client may die in the course of it.
     void close()
     {
         if (--depth != 0 || !client)
             return;
-        addRef();
+        Kept const kept(*this);
         if (onClosed)
             onClosed(onClosedContext);
         if (client)
             client->executeChange();
-        release();
     }
 
     ChangeBracketClient* client; // null once it died

@@ -83,10 +83,18 @@ public:
     {
         if (contains(member))
             return false;
+        std::size_t const entry = m_entries.size();
         m_entries.push_back({&member, member.m_places.size()});
-        member.m_places.push_back({this, m_entries.size() - 1});
-        if (m_index)
-            (*m_index)[&member] = m_entries.size() - 1;
+        try {
+            if (m_index)
+                (*m_index)[&member] = entry;
+            member.m_places.push_back({this, entry});
+        } catch (...) {
+            m_entries.pop_back();
+            if (m_index)
+                m_index->erase(&member);
+            throw;
+        }
         ++m_live;
         return true;
     }

@@ -160,8 +160,13 @@ void Container::registerWithUUID(char const* uuid, Container* container)
     if (!uuid || !container)
         return;
     unregisterWithUUID(uuid);
-    container->m_impl->uuids.insert(uuid);
-    uuidRegistry()[uuid] = container;
+    auto const filed = uuidRegistry().emplace(uuid, container).first;
+    try {
+        container->m_impl->uuids.insert(uuid);
+    } catch (...) {
+        uuidRegistry().erase(filed); // or it would outlive the container
+        throw;
+    }
     reportGraphCreated(*container, uuid);
 }
 

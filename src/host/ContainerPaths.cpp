@@ -230,7 +230,7 @@ private:
     bool isWanted(Port const& port) const
     {
         return m_ioType == Container::eSearchAnyIO
-            || (port.getPortIOType() == eInput) == (m_ioType == Container::eSearchInput);
+               || (port.getPortIOType() == eInput) == (m_ioType == Container::eSearchInput);
     }
 
     Container::ESearchIOType m_ioType;

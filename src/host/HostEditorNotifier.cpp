@@ -104,9 +104,10 @@ void HostEditorNotifier::Record::deliverHeldBack()
     for (Record* const record : waiting) {
         // Only now: until its turn a notifier goes on queueing, so that its editors get all in order.
         record->enlisted = false;
+        Kept const turn(record);
+        record->release();
         record->deliverPending();
         record->dropIfIdle();
-        record->release();
     }
 }
 
@@ -145,7 +146,7 @@ bool NotifierAccess::isIdle(HostEditorNotifier const& notifier) noexcept
         return false;
     Record const* const record = notifier.m_record;
     return !record
-        || (record->editors.empty() && record->pending.empty() && !record->enlisted && !record->scopeIsBracketed());
+           || (record->editors.empty() && record->pending.empty() && !record->enlisted && !record->scopeIsBracketed());
 }
 
 std::size_t NotifierAccess::pendingCount(HostEditorNotifier const& notifier) noexcept
@@ -242,14 +243,13 @@ void HostEditorNotifier::notifyCompoundConnectionChange(ECnxChangeType type, Add
                                                         AddRefWrapper<Port> const& other)
 {
     send<PostponedCompoundConnectionChange>(
-        [&](HostEditorNotifier& outer) { outer.notifyCompoundConnectionChange(type, port, other); }, type, port,
-        other);
+        [&](HostEditorNotifier& outer) { outer.notifyCompoundConnectionChange(type, port, other); }, type, port, other);
 }
 
 void HostEditorNotifier::notifyCompoundPortChange(EPortChangeType type, AddRefWrapper<Port> const& port)
 {
-    send<PostponedCompoundPortChange>(
-        [&](HostEditorNotifier& outer) { outer.notifyCompoundPortChange(type, port); }, type, port);
+    send<PostponedCompoundPortChange>([&](HostEditorNotifier& outer) { outer.notifyCompoundPortChange(type, port); },
+                                      type, port);
 }
 
 void HostEditorNotifier::notifyNodeChange(ENodeChangeType type, AddRefWrapper<Compound> const& compound,

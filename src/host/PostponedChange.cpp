@@ -108,7 +108,8 @@ std::unique_ptr<PostponedChange> PostponedCompoundPortChange::keep() const
     return std::make_unique<PostponedCompoundPortChange>(*this);
 }
 
-PostponedCompoundConnectionChange::PostponedCompoundConnectionChange(ECnxChangeType type, AddRefWrapper<Port> const& port,
+PostponedCompoundConnectionChange::PostponedCompoundConnectionChange(ECnxChangeType type,
+                                                                     AddRefWrapper<Port> const& port,
                                                                      AddRefWrapper<Port> const& other)
     : m_type(type)
     , m_port(port)
@@ -126,7 +127,8 @@ std::unique_ptr<PostponedChange> PostponedCompoundConnectionChange::keep() const
     return std::make_unique<PostponedCompoundConnectionChange>(*this);
 }
 
-PostponedAnnotationChange::PostponedAnnotationChange(EAnnotationChangeType type, AddRefWrapper<Compound> const& compound,
+PostponedAnnotationChange::PostponedAnnotationChange(EAnnotationChangeType type,
+                                                     AddRefWrapper<Compound> const& compound,
                                                      AddRefWrapper<Annotation> const& annotation)
     : m_type(type)
     , m_compound(compound)

@@ -141,8 +141,14 @@ void Runtime::registerContainer(Container* container)
 {
     if (!container)
         return;
-    if (m_impl->containers.insert(container).second)
-        ContainerAccess::noteRuntime(*container, *this);
+    auto const added = m_impl->containers.insert(container);
+    try {
+        if (added.second)
+            ContainerAccess::noteRuntime(*container, *this);
+    } catch (...) {
+        m_impl->containers.erase(added.first);
+        throw;
+    }
     // Told also when it was there: whoever registers it again wants its arrival known.
     m_impl->clients.tell([this, container](RuntimeNotifierClient& client) {
         client.containerChange(this, eContainerRegistered, container);

@@ -105,14 +105,18 @@ TEST_F(Bracket, MayOutliveItsClient)
     bracket.append(ChangeBracket(other.get()));
     client.reset();
     EXPECT_TRUE(log.empty());
-    { ChangeBracket const end(std::move(bracket)); }
+    {
+        ChangeBracket const end(std::move(bracket));
+    }
     EXPECT_EQ(log, Log({"other"}));
 }
 
 TEST_F(Bracket, TheClientMayDieWhenItsBatchEnds)
 {
     client->reaction = [this] { client.reset(); };
-    { ChangeBracket const bracket(client.get()); }
+    {
+        ChangeBracket const bracket(client.get());
+    }
     EXPECT_EQ(log, Log({"client"}));
 }
 

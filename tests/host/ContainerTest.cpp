@@ -1,7 +1,7 @@
 // A container's editors, its bracket over a whole graph, its death, and the registry by UUID.
 
-#include "support/RecordingEditor.h"
 #include "CountingContainer.h"
+#include "support/RecordingEditor.h"
 
 #include <tav/NodeList.h>
 #include <tav/PortList.h>
@@ -65,9 +65,9 @@ TEST_F(ContainerScope, ItsBracketHoldsBackAllAndDeliversInTheOrderOfTheFirstChan
     }
     EXPECT_TRUE(calls.empty());
     container->closeChangeBracket();
-    EXPECT_EQ(calls, Calls({"container: node renamed top c", "container: node renamed top d",
-                            "container: node renamed top c", "container: node renamed top d",
-                            "m: node renamed top c", "n: node renamed top d"}));
+    EXPECT_EQ(calls,
+              Calls({"container: node renamed top c", "container: node renamed top d", "container: node renamed top c",
+                     "container: node renamed top d", "m: node renamed top c", "n: node renamed top d"}));
     EXPECT_EQ(container->executed, 1u);
 }
 
@@ -105,8 +105,8 @@ TEST_F(ContainerScope, ANodeWithABracketOfItsOwnOutlastsThatOfTheContainer)
             m->setName("b");
             EXPECT_TRUE(m->activeChangeBracket());
         }
-        EXPECT_EQ(calls, Calls({"container: node renamed top a", "container: node renamed top b",
-                                "m: node renamed top b"}));
+        EXPECT_EQ(calls,
+                  Calls({"container: node renamed top a", "container: node renamed top b", "m: node renamed top b"}));
     }
     EXPECT_EQ(calls.back(), "n: node renamed top a");
 }
@@ -121,9 +121,9 @@ TEST_F(ContainerScope, AnEditorThatChangesTheGraphDuringTheBatchKeepsTheOrderFor
     m->inputs()[0u]->setName("i");
     n->setName("a");
     container->closeChangeBracket();
-    EXPECT_EQ(calls, Calls({"container: nodePort renamed i", "container: node renamed top a",
-                            "container: node renamed top b", "m: nodePort renamed i", "m: node renamed top b",
-                            "n: node renamed top a"}));
+    EXPECT_EQ(calls,
+              Calls({"container: nodePort renamed i", "container: node renamed top a", "container: node renamed top b",
+                     "m: nodePort renamed i", "m: node renamed top b", "n: node renamed top a"}));
 }
 
 TEST_F(ContainerScope, DyingInsideItsBracketItLeavesNoNodeWaiting)

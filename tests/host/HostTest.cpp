@@ -128,8 +128,8 @@ TEST_F(HostCount, ItsClientsHearWhatTheRuntimesTell)
     runtime->unregisterContainer(&container);
     runtime->unregisterContainer(&container);
     runtime.reset();
-    EXPECT_EQ(first.log, Log({"registered r", "container+ r", "container+ r", "container- r", "container- r",
-                              "deleted r"}));
+    EXPECT_EQ(first.log,
+              Log({"registered r", "container+ r", "container+ r", "container- r", "container- r", "deleted r"}));
     EXPECT_NE(Host::getRuntimeByName("r"), nullptr); // filed until the host shuts down, never to be used
     Host::unregisterNotifierClient(&first);
 }

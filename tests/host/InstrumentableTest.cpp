@@ -115,9 +115,8 @@ TEST_F(Waypoints, AHashedTextIsNotTold)
     runtime->nodeCreateWaypoint_method().setValue("menu");
     runtime->nodeCreateWaypoint_method().setValue("key");
     runtime->nodeCreateWaypoint().reached();
-    EXPECT_EQ(sink.reports.at(0).attributes,
-              Attributes({{"TAV.GRAPH.NODE.CREATION.TYPE", "af63dc4c8601ec8c"},
-                          {"TAV.GRAPH.NODE.CREATION.METHOD", "key"}}));
+    EXPECT_EQ(sink.reports.at(0).attributes, Attributes({{"TAV.GRAPH.NODE.CREATION.TYPE", "af63dc4c8601ec8c"},
+                                                         {"TAV.GRAPH.NODE.CREATION.METHOD", "key"}}));
     EXPECT_EQ(PELWaypointAttributeHashString::hash(nullptr), "cbf29ce484222325");
     EXPECT_EQ(PELWaypointAttributeHashString::hash("foobar"), "85944171f73967e8");
 }

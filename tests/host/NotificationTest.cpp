@@ -42,10 +42,11 @@ TEST_F(Notification, EachKindReachesItsOwnCallbackInTheOrderOfRegistration)
     notifier->notifyNodePortChange(ePortValuesReset, a);
     notifier->notifyNodeChange(eNodeMetadataChanged, {}, {});
     notifier->notifyAnnotationChange(eAnnotationRenamed, {}, {});
-    EXPECT_EQ(calls, Calls({"1 connection fanInAdded a b", "2 connection fanInAdded a b", "1 compoundConnection removed b a",
-                            "2 compoundConnection removed b a", "1 compoundPort moved b", "2 compoundPort moved b",
-                            "1 nodePort valuesReset a", "2 nodePort valuesReset a", "1 node metadataChanged - -",
-                            "2 node metadataChanged - -", "1 annotation renamed - -", "2 annotation renamed - -"}));
+    EXPECT_EQ(calls,
+              Calls({"1 connection fanInAdded a b", "2 connection fanInAdded a b", "1 compoundConnection removed b a",
+                     "2 compoundConnection removed b a", "1 compoundPort moved b", "2 compoundPort moved b",
+                     "1 nodePort valuesReset a", "2 nodePort valuesReset a", "1 node metadataChanged - -",
+                     "2 node metadataChanged - -", "1 annotation renamed - -", "2 annotation renamed - -"}));
 }
 
 TEST_F(Notification, RegisteringTwiceCountsOnceAndStrangersMayLeave)
@@ -73,7 +74,8 @@ TEST_F(Notification, ABatchGoesEditorByEditor)
         change(ePortRenamed);
         EXPECT_TRUE(calls.empty());
     }
-    EXPECT_EQ(calls, Calls({"1 nodePort moved a", "1 nodePort renamed a", "2 nodePort moved a", "2 nodePort renamed a"}));
+    EXPECT_EQ(calls,
+              Calls({"1 nodePort moved a", "1 nodePort renamed a", "2 nodePort moved a", "2 nodePort renamed a"}));
 }
 
 TEST_F(Notification, OnlyTheSameChangeRightBeforeIsLeftOut)

@@ -153,7 +153,7 @@ TEST_F(RuntimeOf, PresetPathsLeadThroughTheLibraries)
         char const* path;
         AddRefWrapper<NodeDefinition> definition;
     };
-    Row const rows[] = {{"lib/sub/x", deep},     {"lib/y", inLib},      {"y", inRoot}, {"x", deep},
+    Row const rows[] = {{"lib/sub/x", deep},      {"lib/y", inLib},       {"y", inRoot},     {"x", deep},
                         {"lib/sub/z", inSlashed}, {"lib/a/b", withSlash}, {"a/b", withSlash}};
     for (Row const& row : rows)
         EXPECT_EQ(runtime->getNodeDefinitionFromPresetPath(row.path), row.definition) << row.path;

@@ -47,8 +47,7 @@ public:
     {
         note("connection", kConnection[type], nameOf(port), nameOf(other));
     }
-    void tav_onCompoundConnectionChange(TAV_marlo_v1::ECnxChangeType type, Port const& port,
-                                        Port const& other) override
+    void tav_onCompoundConnectionChange(TAV_marlo_v1::ECnxChangeType type, Port const& port, Port const& other) override
     {
         note("compoundConnection", kConnection[type], nameOf(port), nameOf(other));
     }
@@ -73,10 +72,21 @@ public:
 private:
     // In the order of the enumerators.
     static constexpr char const* kConnection[] = {"added", "removed", "fanInAdded"};
-    static constexpr char const* kPort[] = {
-        "added",         "removed",       "moved",             "renamed",         "dataTypeChanged",
-        "valuesChanged", "connected",     "disconnected",      "metadataChanged", "flagsChanged",
-        "fanInChanged",  "watchPointSet", "watchPointRemoved", "exposureChanged", "valuesReset"};
+    static constexpr char const* kPort[] = {"added",
+                                            "removed",
+                                            "moved",
+                                            "renamed",
+                                            "dataTypeChanged",
+                                            "valuesChanged",
+                                            "connected",
+                                            "disconnected",
+                                            "metadataChanged",
+                                            "flagsChanged",
+                                            "fanInChanged",
+                                            "watchPointSet",
+                                            "watchPointRemoved",
+                                            "exposureChanged",
+                                            "valuesReset"};
     static constexpr char const* kNode[] = {"added",        "removed",         "deleted",        "renamed",
                                             "stateChanged", "messagesChanged", "metadataChanged"};
     static constexpr char const* kAnnotation[] = {"added", "removed", "stateChanged", "renamed"};
