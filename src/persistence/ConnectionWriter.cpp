@@ -65,11 +65,21 @@ void ConnectionWriter::writeOf(Port& port, unsigned filter)
         writeList(*children, filter);
 }
 
-bool ConnectionWriter::isDropped(Port const& port, Port const& other, unsigned filter) const
+/// Whether a text has names for both ends: the other port stands on a node or compound, and the two are
+/// not of one kind and direction, which would take the same attribute twice.
+bool ConnectionWriter::canBeNamed(Port const& port, Port const& other) noexcept
 {
     bool const toInnerPort = other.isCompoundInternalPort();
     if (!toInnerPort && !nodeOf(other))
-        return true; // stands on nothing that a text could name
+        return false;
+    return toInnerPort != port.isCompoundInternalPort() || port.getPortIOType() != other.getPortIOType();
+}
+
+bool ConnectionWriter::isDropped(Port const& port, Port const& other, unsigned filter) const
+{
+    bool const toInnerPort = other.isCompoundInternalPort();
+    if (!canBeNamed(port, other))
+        return true;
     if ((filter & eNotToInnerPort) != 0 && toInnerPort)
         return true;
     if ((filter & eNotThrough) != 0 && toInnerPort && port.isCompoundInternalPort())

@@ -58,6 +58,7 @@ private:
 
     void writeList(PortList const& ports, unsigned filter);
     void writeOf(Port& port, unsigned filter);
+    static bool canBeNamed(Port const& port, Port const& other) noexcept;
     bool isDropped(Port const& port, Port const& other, unsigned filter) const;
     void writeConnection(Port& port, Port& other);
     void writeEnd(Port& port);
