@@ -60,6 +60,8 @@ bool CompoundRestore::run()
 {
     if (!ask())
         return false;
+    m_metadataDiffers = m_owner->getPropertyList() != m_stagedOwner->getPropertyList()
+                        || m_target->getPropertyList() != m_staged->getPropertyList();
     rename();
     // ---- nothing below fails
     dismiss();
@@ -144,8 +146,7 @@ void CompoundRestore::exchange() noexcept
 
 void CompoundRestore::welcome() noexcept
 {
-    if (!(m_owner->getPropertyList() == m_stagedOwner->getPropertyList())
-        || !(m_target->getPropertyList() == m_staged->getPropertyList()))
+    if (m_metadataDiffers)
         tell([&] { NodeAccess::notify(*m_owner, eNodeMetadataChanged); });
     for (AddRefWrapper<Port> const& port : m_coming.outerPorts)
         tell([&] { m_owner->onPortListPortAdded(homeOf(*port), port); });

@@ -45,6 +45,7 @@ private:
     AddRefWrapper<Compound> m_staged;
     Contents m_going;
     Contents m_coming;
+    bool m_metadataDiffers = false;
     std::string m_error;
 };
 

@@ -89,12 +89,13 @@ bool ItemCommit::addCompoundPorts(PortIOType outsideType)
     for (auto const& [outside, inside] : missing) {
         PortAccess::takeOut(stagedOuter, *outside);
         PortAccess::takeOut(stagedInner, *inside);
+        // Each is noted first: when a told hook throws, the port is in the list already.
+        m_addedPorts.emplace_back(&outer, outside);
         if (!outer.add(outside))
             return refuse("port", outside->getName());
-        m_addedPorts.emplace_back(&outer, outside);
+        m_addedPorts.emplace_back(&inner, inside);
         if (!inner.add(inside))
             return refuse("port", inside->getName());
-        m_addedPorts.emplace_back(&inner, inside);
     }
     return true;
 }

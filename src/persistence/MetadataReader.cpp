@@ -54,7 +54,6 @@ bool MetadataReader::enter(State state, std::string_view name, ElementAttributes
 void MetadataReader::enterEntry(ElementAttributes const& attributes)
 {
     m_key = requiredName(m_source, kMetadata, attributes);
-    m_values = StringArray();
     m_states.push_back(State::Entry);
 }
 
@@ -102,7 +101,6 @@ void MetadataReader::leave(State state)
         break;
     case State::Entry:
         PropertyListAccess::appendPair(*m_stores.back(), detail::SharedTextRef(m_key), std::move(m_values));
-        m_values = StringArray();
         break;
     case State::Child:
         m_stores.pop_back();

@@ -14,7 +14,7 @@ namespace TAV_marlo_v1 {
 /// start tag and then hands everything on while it is active.
 class MetadataReader {
 public:
-    explicit MetadataReader(ElementSource& source) noexcept
+    explicit MetadataReader(ElementSource& source)
         : m_source(source)
     {
     }
@@ -41,7 +41,7 @@ private:
     std::vector<PropertyList*> m_stores; // the one being read last
     unsigned m_skipDepth = 0;            // within an element that is not known
     std::string m_key;
-    StringArray m_values;
+    StringArray m_values; // of the open entry; moved away, and so empty, between entries
     std::string m_value;
 };
 

@@ -22,29 +22,30 @@ ChangeBracket openBracket(Compound& compound)
 
 using ReadRoot = bool (GraphReader::*)(char const*, StagedItems&);
 
-/// Reads a text and adds what is in it, or does nothing and says why.
+/// Reads a text and adds what is in it, or does nothing and says why. Nothing here needs memory once the
+/// items are added.
 bool readInto(Compound& target, char const* text, ReadRoot readRoot, StagedItems& items, ItemCommit::Names const& names,
-              std::string& error)
+              String& errors)
 {
     AddRefWrapper<Compound> const kept(&target); // hooks are called
+    errors = String();
     GraphReader reader(target);
     if (!(reader.*readRoot)(text, items)) {
-        error = reader.error();
+        errors = reader.error().c_str();
         return false;
     }
     ChangeBracket const bracket = openBracket(target);
     ItemCommit commit(target, items);
-    bool const isAdded = commit.run(names);
-    error = commit.error();
-    return isAdded;
+    if (commit.run(names))
+        return true;
+    errors = commit.error().c_str();
+    return false;
 }
 
 AddRefWrapper<Node> readOne(Compound& target, char const* text, ReadRoot readRoot, String& errors)
 {
     StagedItems items;
-    std::string error;
-    bool const isAdded = readInto(target, text, readRoot, items, {}, error);
-    errors = error.c_str();
+    bool const isAdded = readInto(target, text, readRoot, items, {}, errors);
     return isAdded ? items.nodes.front() : AddRefWrapper<Node>();
 }
 
@@ -65,12 +66,9 @@ bool Compound::createItemsFromString(char const* text, StringArray& createdNodeN
                                      StringArray& createdAnnotationNames, StringArray* sourceNodeNames, String* errors)
 {
     StagedItems items;
-    std::string error;
-    bool const isAdded = readInto(*this, text, &GraphReader::readItems, items,
-                                  {&createdNodeNames, &createdAnnotationNames, sourceNodeNames}, error);
-    if (errors)
-        *errors = error.c_str();
-    return isAdded;
+    String unwanted;
+    return readInto(*this, text, &GraphReader::readItems, items,
+                    {&createdNodeNames, &createdAnnotationNames, sourceNodeNames}, errors ? *errors : unwanted);
 }
 
 StatusStr Compound::restoreFromString(char const* text)
@@ -84,9 +82,12 @@ StatusStr Compound::restoreFromString(char const* text)
     if (!reader.readCompound(text, items))
         return StatusStr(reader.error().c_str());
 
+    StatusStr status; // made first: after the exchange nothing may need memory
     ChangeBracket const bracket = openBracket(*this);
     CompoundRestore restore(*this, items.nodes.front());
-    return restore.run() ? StatusStr() : StatusStr(restore.error().c_str());
+    if (!restore.run())
+        status.setErrorString(restore.error().c_str());
+    return status;
 }
 
 } // namespace TAV_marlo_v1
