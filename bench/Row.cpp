@@ -1,8 +1,10 @@
 #include "Row.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <map>
 
 namespace bench {
@@ -23,10 +25,21 @@ std::map<std::string, Entry>& entries()
 
 int roundsAt(unsigned size)
 {
-    return static_cast<int>(std::clamp(400000u / size, 2u, 50u));
+    return static_cast<int>(std::clamp(200000u / size, 1u, 20u)); // which a run of all rows has minutes for
 }
 
 } // namespace
+
+double processorSeconds()
+{
+#if defined(CLOCK_PROCESS_CPUTIME_ID)
+    timespec now{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
+#else
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+#endif
+}
 
 Row::Row(benchmark::State& state)
     : m_state(state)

@@ -89,6 +89,8 @@ unsigned SampleWiring::connections(unsigned nodes)
 SamplePorts::SamplePorts(Compound const& compound)
 {
     for (AddRefWrapper<Node> const node : compound.nodes()) {
+        if (node->isCompound())
+            continue; // it is part of a chain, and has no ports
         a.push_back(node->inputs()[0u]);
         b.push_back(node->inputs()[1u]);
         out.push_back(node->outputs()[0u]);
