@@ -170,7 +170,9 @@ char const* Document::getFilePath() const
     return m_impl->path.toChar();
 }
 
-void Document::rebuildCompounds() {}
+void Document::rebuildCompounds()
+{
+}
 
 bool Document::isReadOnly() const
 {

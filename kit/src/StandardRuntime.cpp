@@ -165,8 +165,8 @@ StatusStr StandardRuntime::addLibraryFromText(char const* text, char const* sour
 
     AddRefWrapper<Node> const top = graph.getTopNode();
     if (!isLibrary(*top)) {
-        std::string const message = std::string("line 1, column 1: found a compound of type \"") +
-                                    top->getNodeTypeName() + "\", expected one of type \"" + kLibraryType + "\"";
+        std::string const message = std::string("line 1, column 1: found a compound of type \"")
+                                    + top->getNodeTypeName() + "\", expected one of type \"" + kLibraryType + "\"";
         return errorIn(sourceName, message.c_str());
     }
     AddRefWrapper<NodeLibrary> const root = getNodeLibrary();

@@ -90,7 +90,10 @@ TEST_F(DocumentOpen, WhatCannotBeReadChangesNothingAndNamesTheFile)
         {"cut.xml", good.left(good.size() / 2), ": line "},
         {"mark.xml", QByteArray("\xff\xfe<\0a\0", 6), ": line 1, column 1: not UTF-8 text"},
         {"nul.xml", QByteArray(good).replace(100, 1, QByteArray(1, '\0')), ": line 1, column 1: not UTF-8 text"},
-        {"latin.xml", QByteArray(good).replace("second", "s\xe9""cond"), ": line "},
+        {"latin.xml",
+         QByteArray(good).replace("second", "s\xe9"
+                                            "cond"),
+         ": line "},
         {"root.xml", "<other/>", ": line 1, column "},
     };
     for (Row const& row : rows) {
@@ -242,8 +245,7 @@ TEST_F(DocumentUnsaved, EveryChangeThatIsSavedCountsUntilItIsSaved)
          [](Compound& g) { g.createCompoundPort(eInput, "in", AddRefWrapper<PortDataType>(), PortProperties()); }},
         {"an annotation", [](Compound& g) { g.annotations()[0u]->setMetadataValue("text", "other"); }},
         {"a nested compound", [](Compound& g) { g.createNewCompound("inner"); }},
-        {"a change inside it",
-         [](Compound& g) { g.nodes()["inner"]->getAsCompound()->createIONode(eInputIO); }},
+        {"a change inside it", [](Compound& g) { g.nodes()["inner"]->getAsCompound()->createIONode(eInputIO); }},
         {"a removed node", [](Compound& g) { g.removeNode("inner"); }},
         {"the graph's name", [](Compound& g) { g.setName("other"); }},
     };

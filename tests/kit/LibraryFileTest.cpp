@@ -98,9 +98,9 @@ TEST_F(LibraryFile, TheUsualDataTypesAreThereWithTheirDefaults)
         AddRefWrapper<PortDataType> const type = runtime.getPortDataType(i);
         lines << QString("%1=%2 %3").arg(type->getName(), type->getDefaultValue()).arg(type->getKind(), 0, 16);
     }
-    EXPECT_EQ(lines, QStringList({"bool=false 1", "int=0 2", "float=0 3", "string= 4", "float2=0;0 103",
-                                  "float3=0;0;0 103", "float4=0;0;0;0 103", "color=0;0;0 108", "any= 0",
-                                  "interpolation=0 5", "blend_mode=0 5"}))
+    EXPECT_EQ(lines,
+              QStringList({"bool=false 1", "int=0 2", "float=0 3", "string= 4", "float2=0;0 103", "float3=0;0;0 103",
+                           "float4=0;0;0;0 103", "color=0;0;0 108", "any= 0", "interpolation=0 5", "blend_mode=0 5"}))
         << lines.join('\n').toStdString();
     EXPECT_STREQ(runtime.getPortDataType("interpolation")->getEnumItemName("2").toChar(), "smooth");
 }

@@ -31,7 +31,8 @@ QByteArray nested(int levels)
 QByteArray graphWith(QByteArray const& nodes, QByteArray const& connections = "<connections/>")
 {
     return "<tavCompound name=\"g\" type=\"compound\" flag=\"0\">\n<metadatas/>\n<ports/>\n<child_graph><sub_root>\n"
-           "<nodes>" + nodes + "</nodes>\n" + connections + "</sub_root></child_graph></tavCompound>";
+           "<nodes>"
+           + nodes + "</nodes>\n" + connections + "</sub_root></child_graph></tavCompound>";
 }
 
 } // namespace
@@ -63,14 +64,16 @@ TEST_F(Check, EveryProblemOfAReadableGraphIsToldWithItsPlace)
 
 TEST_F(Check, TypesAreJudgedWithALibraryOnlyAndWarningsAreNoErrors)
 {
-    QByteArray const text = graphWith("<node><tavNode name=\"a\" type=\"nobody_knows\" flag=\"0\"><metadatas/><ports>"
-                                      "<port name=\"o\" type=\"int\" flag=\"0\" is_input=\"no\"/></ports></tavNode></node>"
-                                      "<node><tavNode name=\"b\" type=\"add\" flag=\"0\"><metadatas/><ports>"
-                                      "<port name=\"i\" type=\"bool\" flag=\"0\" is_input=\"yes\"/></ports></tavNode></node>",
-                                      "<connections><connection output_port=\"a.o\" input_port=\"b.i\"/></connections>");
+    QByteArray const text =
+        graphWith("<node><tavNode name=\"a\" type=\"nobody_knows\" flag=\"0\"><metadatas/><ports>"
+                  "<port name=\"o\" type=\"int\" flag=\"0\" is_input=\"no\"/></ports></tavNode></node>"
+                  "<node><tavNode name=\"b\" type=\"add\" flag=\"0\"><metadatas/><ports>"
+                  "<port name=\"i\" type=\"bool\" flag=\"0\" is_input=\"yes\"/></ports></tavNode></node>",
+                  "<connections><connection output_port=\"a.o\" input_port=\"b.i\"/></connections>");
     ToolRun run = check(text);
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_EQ(run.errors(), "graph.xml:6:14: warning: the connection \"a.o\" to \"b.i\" joins the types int and bool\n");
+    EXPECT_EQ(run.errors(),
+              "graph.xml:6:14: warning: the connection \"a.o\" to \"b.i\" joins the types int and bool\n");
     run = check(text, {"--library", exampleFile("library/arithmetic.library.xml")});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(run.firstError(), "graph.xml:5:14: error: the library knows no node type \"nobody_knows\"");
@@ -78,13 +81,13 @@ TEST_F(Check, TypesAreJudgedWithALibraryOnlyAndWarningsAreNoErrors)
 
 TEST_F(Check, NamesThatHoldDotsAreFound)
 {
-    QByteArray const text = graphWith(
-        "<node><tavNode name=\"a.b\" type=\"t\" flag=\"0\"><metadatas/><ports>"
-        "<port name=\"o.x\" type=\"int\" flag=\"0\" is_input=\"no\"/></ports></tavNode></node>"
-        "<node><tavNode name=\"a\" type=\"t\" flag=\"0\"><metadatas/><ports>"
-        "<port name=\"i\" type=\"int\" flag=\"0\" is_input=\"yes\"><ports>"
-        "<port name=\"r\" type=\"int\" flag=\"0\" is_input=\"yes\"/></ports></port></ports></tavNode></node>",
-        "<connections><connection output_port=\"a.b.o.x\" input_port=\"a.i.r\"/></connections>");
+    QByteArray const text =
+        graphWith("<node><tavNode name=\"a.b\" type=\"t\" flag=\"0\"><metadatas/><ports>"
+                  "<port name=\"o.x\" type=\"int\" flag=\"0\" is_input=\"no\"/></ports></tavNode></node>"
+                  "<node><tavNode name=\"a\" type=\"t\" flag=\"0\"><metadatas/><ports>"
+                  "<port name=\"i\" type=\"int\" flag=\"0\" is_input=\"yes\"><ports>"
+                  "<port name=\"r\" type=\"int\" flag=\"0\" is_input=\"yes\"/></ports></port></ports></tavNode></node>",
+                  "<connections><connection output_port=\"a.b.o.x\" input_port=\"a.i.r\"/></connections>");
     EXPECT_EQ(check(text).err, "");
 }
 
@@ -136,8 +139,8 @@ TEST_F(Check, OneBadFileDoesNotHideTheOthers)
 {
     writeBytes(folder.filePath("bad.xml"), "<a>");
     writeBytes(folder.filePath("worse.xml"), "<b>");
-    ToolRun const run = runTool({"check", "bad.xml", exampleFile("graphs/fan_in.xml"), "missing.xml", "worse.xml"}, {},
-                                folder.path());
+    ToolRun const run =
+        runTool({"check", "bad.xml", exampleFile("graphs/fan_in.xml"), "missing.xml", "worse.xml"}, {}, folder.path());
     EXPECT_EQ(run.exitCode, 1);
     QStringList const lines = QString::fromUtf8(run.err).split('\n', Qt::SkipEmptyParts);
     ASSERT_EQ(lines.size(), 3) << run.err.constData();

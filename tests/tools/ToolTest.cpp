@@ -69,8 +69,9 @@ TEST_F(ToolFormat, WhatTheWriterWroteComesBackToTheByte)
 
 TEST_F(ToolFormat, AnyLayoutGivesTheSameText)
 {
-    QByteArray const untidy = "<?xml version=\"1.0\"?>\r\n<!-- by hand -->\r\n" +
-                              QByteArray(good).replace("            <", "\t<").replace(" flag=\"0\"", "\r\n flag='0'");
+    QByteArray const untidy =
+        "<?xml version=\"1.0\"?>\r\n<!-- by hand -->\r\n"
+        + QByteArray(good).replace("            <", "\t<").replace(" flag=\"0\"", "\r\n flag='0'");
     ASSERT_NE(untidy, good);
     EXPECT_EQ(runTool({"format", "-"}, untidy).out, good);
 
@@ -101,9 +102,9 @@ TEST_F(ToolFormat, WhatWouldLoseSomethingIsNotWritten)
 
 TEST(ToolInfo, CountsEachThingOnce)
 {
-    ToolRun const run = runTool({"info", "--json", exampleFile("graphs/nesting.xml"),
-                                 exampleFile("graphs/annotations.xml"), "--library",
-                                 exampleFile("library/arithmetic.library.xml")});
+    ToolRun const run =
+        runTool({"info", "--json", exampleFile("graphs/nesting.xml"), exampleFile("graphs/annotations.xml"),
+                 "--library", exampleFile("library/arithmetic.library.xml")});
     ASSERT_EQ(run.exitCode, 0) << run.err.constData();
     QJsonArray const files = QJsonDocument::fromJson(run.out).array();
     ASSERT_EQ(files.size(), 2);
@@ -160,8 +161,7 @@ TEST(ToolLibrary, ShowsDefinitionsWithPortsAndDefaultsAsATree)
     QJsonObject const json = QJsonDocument::fromJson(runTool({"library", "--json", file}).out).object();
     QJsonObject const basic = json["libraries"][0].toObject();
     EXPECT_EQ(basic["nice_name"].toString(), "Basic operations");
-    EXPECT_EQ(basic["definitions"][1]["inputs"][0],
-              (QJsonObject{{"name", "a"}, {"type", "float"}, {"default", "1"}}));
+    EXPECT_EQ(basic["definitions"][1]["inputs"][0], (QJsonObject{{"name", "a"}, {"type", "float"}, {"default", "1"}}));
 }
 
 // ---- draw
@@ -171,8 +171,7 @@ struct ToolDraw : testing::Test {
 
     QByteArray draw(char const* graph, QStringList const& options, char const* target = "picture.dot")
     {
-        ToolRun const run =
-            runTool(QStringList{"draw", exampleFile(graph), "-o", target} + options, {}, folder.path());
+        ToolRun const run = runTool(QStringList{"draw", exampleFile(graph), "-o", target} + options, {}, folder.path());
         EXPECT_EQ(run.exitCode, 0) << run.err.constData();
         return readBytes(folder.filePath(target));
     }

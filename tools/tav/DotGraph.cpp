@@ -282,7 +282,8 @@ private:
         auto const widest = [](std::vector<PortRow> const& rows) {
             qsizetype most = 0;
             for (PortRow const& row : rows)
-                most = std::max(most, std::min<qsizetype>(row.text.size(), 32) + std::min<qsizetype>(row.note.size(), 20));
+                most =
+                    std::max(most, std::min<qsizetype>(row.text.size(), 32) + std::min<qsizetype>(row.note.size(), 20));
             return most;
         };
         double const letters = static_cast<double>(std::max(widest(left) + widest(right) + 4, title.size()));
@@ -358,8 +359,8 @@ private:
                      noteLabel(titleOf(*annotation), toQString(annotation->getAnnotationMetaDataValue("text"))),
                      QString(", shape=%1, labelloc=t, style=\"filled%2\", fillcolor=\"%3\", color=\"#b0a890\"")
                              .arg(isNote ? "note" : "box", isNote ? "" : ",rounded",
-                                  storedColour(*annotation).value_or(kNoteColour)) +
-                         size + positionText(spread * area.center()));
+                                  storedColour(*annotation).value_or(kNoteColour))
+                         + size + positionText(spread * area.center()));
         }
     }
 
@@ -394,7 +395,7 @@ private:
     QString m_text;
     unsigned m_count = 0;
     TypeColours m_colours;
-    QHash<Port const*, QString> m_ends;       // where in the picture a port is
+    QHash<Port const*, QString> m_ends;         // where in the picture a port is
     std::vector<AddRefWrapper<Port>> m_sources; // where connections begin
     std::vector<PlacedBox> m_placed;
 };

@@ -43,8 +43,8 @@ QString rightCell(PortRow const& row)
 QString table(QString const& rows)
 {
     return "<<TABLE BORDER=\"1\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"3\" COLOR=\"#606870\" "
-           "BGCOLOR=\"white\">" +
-           rows + "</TABLE>>";
+           "BGCOLOR=\"white\">"
+           + rows + "</TABLE>>";
 }
 
 QString headRow(QString const& title, QString const& subtitle, QString const& colour)

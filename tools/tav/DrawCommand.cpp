@@ -25,10 +25,14 @@ struct DrawOptions {
 
 bool writeFile(QString const& path, QByteArray const& bytes)
 {
+    // A picture takes the place of a file, not of a device or pipe.
+    bool const replacesFile = !QFileInfo::exists(path) || QFileInfo(path).isFile();
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() && file.commit())
+    if (replacesFile && file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()
+        && file.commit())
         return true;
-    report(path, {{Severity::error, {}, "cannot be written: " + file.errorString()}});
+    QString const reason = replacesFile ? file.errorString() : QString("it is no file");
+    report(path, {{Severity::error, {}, "cannot be written: " + reason}});
     return false;
 }
 
@@ -51,8 +55,9 @@ ExitCode runDraw(DrawOptions const& options)
 
     QByteArray picture = dotOf(*compound, {options.depth, options.positions});
     QString error;
-    if (format != "dot" &&
-        !drawWithGraphviz(options.positions ? "neato" : "dot", format, QByteArray(picture), picture, error)) {
+    if (format != "dot"
+        && !drawWithGraphviz(options.positions ? "neato" : "dot", format, QByteArray(picture), picture, error))
+    {
         writeError("tav: " + error);
         return eWrongInput;
     }

@@ -259,16 +259,16 @@ private:
         if (knownNode.isNull())
             say(Severity::error, QString("the connection leads to \"%1\", but there is no such node").arg(text));
         else
-            say(Severity::error,
-                QString("the connection leads to \"%1\", but the node \"%2\" has no such %3").arg(text, knownNode, kind));
+            say(Severity::error, QString("the connection leads to \"%1\", but the node \"%2\" has no such %3")
+                                     .arg(text, knownNode, kind));
         return false;
     }
 
     void checkPair(End const& first, End const& second)
     {
         if (first.isOutput == second.isOutput) {
-            say(Severity::error, QString("the connection leads from an %1 to an %1")
-                                     .arg(first.isOutput ? "output" : "input"));
+            say(Severity::error,
+                QString("the connection leads from an %1 to an %1").arg(first.isOutput ? "output" : "input"));
             return;
         }
         Scope& scope = m_scopes.back();
@@ -279,7 +279,8 @@ private:
             return;
         scope.connected.insert(pair);
         if (from.type != to.type && from.type != u"any" && to.type != u"any")
-            say(Severity::warning, QString("the connection %1 joins the types %2 and %3").arg(pair, from.type, to.type));
+            say(Severity::warning,
+                QString("the connection %1 joins the types %2 and %3").arg(pair, from.type, to.type));
         if (!from.node.isNull() && !to.node.isNull())
             scope.links.push_back({m_position, from.nodeIndex, to.nodeIndex});
     }

@@ -76,12 +76,18 @@ QJsonObject toJson(GraphFacts const& facts)
     QJsonObject types;
     for (auto it = facts.types.begin(); it != facts.types.end(); ++it)
         types.insert(it.key(), it.value());
-    return {{"name", facts.name},           {"type", facts.type},
-            {"nodes", facts.nodes},         {"compounds", facts.compounds},
-            {"io_nodes", facts.ioNodes},    {"depth", facts.depth},
-            {"inputs", facts.inputs},       {"outputs", facts.outputs},
-            {"connections", facts.connections}, {"backdrops", facts.backdrops},
-            {"sticky_notes", facts.stickyNotes}, {"types", types}};
+    return {{"name", facts.name},
+            {"type", facts.type},
+            {"nodes", facts.nodes},
+            {"compounds", facts.compounds},
+            {"io_nodes", facts.ioNodes},
+            {"depth", facts.depth},
+            {"inputs", facts.inputs},
+            {"outputs", facts.outputs},
+            {"connections", facts.connections},
+            {"backdrops", facts.backdrops},
+            {"sticky_notes", facts.stickyNotes},
+            {"types", types}};
 }
 
 } // namespace tool

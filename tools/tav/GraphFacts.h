@@ -12,11 +12,11 @@ namespace tool {
 struct GraphFacts {
     QString name;
     QString type;
-    qint64 nodes = 0;       ///< without compounds and IO nodes
-    qint64 compounds = 0;   ///< inside the graph
+    qint64 nodes = 0;     ///< without compounds and IO nodes
+    qint64 compounds = 0; ///< inside the graph
     qint64 ioNodes = 0;
-    qint64 depth = 0;       ///< levels of compounds inside each other; 0 for none
-    qint64 inputs = 0;      ///< of nodes and compounds, seen from outside; so for outputs
+    qint64 depth = 0;  ///< levels of compounds inside each other; 0 for none
+    qint64 inputs = 0; ///< of nodes and compounds, seen from outside; so for outputs
     qint64 outputs = 0;
     qint64 connections = 0; ///< each once
     qint64 backdrops = 0;

@@ -21,8 +21,7 @@ Problem problemFrom(StatusStr const& status, QString const& sourceName)
 
 QString readProblem(QFile& file, std::string const& path, QByteArray& bytes)
 {
-    bool const opened =
-        path == "-" ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
+    bool const opened = path == "-" ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
     if (!opened)
         return file.errorString();
     bytes = file.readAll();

@@ -24,7 +24,8 @@ bool drawWithGraphviz(QString const& program, QString const& format, QByteArray 
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
         return true;
     QString const said = QString::fromUtf8(process.readAllStandardError()).trimmed();
-    error = QString("the Graphviz program \"%1\" failed: %2").arg(program, said.isEmpty() ? process.errorString() : said);
+    error =
+        QString("the Graphviz program \"%1\" failed: %2").arg(program, said.isEmpty() ? process.errorString() : said);
     return false;
 }
 

@@ -66,8 +66,13 @@ std::optional<QString> storedColour(Annotation const& annotation)
     std::vector<double> const numbers = numbersOf(annotation, "color");
     if (numbers.size() < 3)
         return std::nullopt;
-    auto const byte = [&](std::size_t i) { return static_cast<int>(std::lround(255 * std::clamp(numbers[i], 0.0, 1.0))); };
-    return QString("#%1%2%3").arg(byte(0), 2, 16, QChar('0')).arg(byte(1), 2, 16, QChar('0')).arg(byte(2), 2, 16, QChar('0'));
+    auto const byte = [&](std::size_t i) {
+        return static_cast<int>(std::lround(255 * std::clamp(numbers[i], 0.0, 1.0)));
+    };
+    return QString("#%1%2%3")
+        .arg(byte(0), 2, 16, QChar('0'))
+        .arg(byte(1), 2, 16, QChar('0'))
+        .arg(byte(2), 2, 16, QChar('0'));
 }
 
 double spreadFor(std::vector<QPointF> const& positions, std::vector<QSizeF> const& sizes)

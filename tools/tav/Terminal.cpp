@@ -14,6 +14,19 @@
 
 namespace tool {
 
+namespace {
+
+bool barIsDrawn = false; // there is one terminal
+
+void clearBar()
+{
+    if (barIsDrawn)
+        std::fputs("\r\x1b[K", stderr);
+    barIsDrawn = false;
+}
+
+} // namespace
+
 void useBinaryStreams()
 {
 #if defined(_WIN32)
@@ -38,6 +51,7 @@ bool wantsColour(std::FILE* stream)
 
 bool writeOut(QByteArray const& bytes)
 {
+    clearBar();
     std::size_t const size = static_cast<std::size_t>(bytes.size());
     // Flushed here: a full disk shows only then.
     if (std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0)
@@ -48,6 +62,7 @@ bool writeOut(QByteArray const& bytes)
 
 void writeError(QString const& line)
 {
+    clearBar();
     QByteArray const bytes = line.toUtf8() + '\n';
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
 }
@@ -61,12 +76,12 @@ Progress::Progress(qsizetype total)
 
 Progress::~Progress()
 {
-    clear();
+    clearBar();
 }
 
 void Progress::step(QString const& what)
 {
-    clear();
+    clearBar();
     if (m_visible && m_clock.elapsed() > 1000) {
         constexpr qsizetype width = 30;
         qsizetype const filled = width * m_done / m_total;
@@ -74,17 +89,9 @@ void Progress::step(QString const& what)
         QByteArray const text = QString("[%1] %2/%3 %4").arg(bar).arg(m_done).arg(m_total).arg(what.right(40)).toUtf8();
         std::fwrite(text.constData(), 1, static_cast<std::size_t>(text.size()), stderr);
         std::fflush(stderr);
-        m_drawn = true;
+        barIsDrawn = true;
     }
     ++m_done;
-}
-
-void Progress::clear()
-{
-    if (!m_drawn)
-        return;
-    std::fputs("\r\x1b[K", stderr);
-    m_drawn = false;
 }
 
 } // namespace tool

@@ -21,7 +21,7 @@ bool writeOut(QByteArray const& bytes);
 void writeError(QString const& line);
 
 /// A bar on standard error for work on many files; shown on a terminal only, and only once the work
-/// has taken a second.
+/// has taken a second. Whatever else is written takes it away first.
 class Progress {
 public:
     explicit Progress(qsizetype total);
@@ -29,12 +29,9 @@ public:
     void step(QString const& what);
 
 private:
-    void clear();
-
     qsizetype m_total;
     qsizetype m_done = 0;
     bool m_visible;
-    bool m_drawn = false;
     QElapsedTimer m_clock;
 };
 
