@@ -1,5 +1,7 @@
 #include "persistence/XmlSource.h"
 
+#include "persistence/PlainXml.h"
+
 #include <expat.h>
 
 #include <algorithm>
@@ -58,7 +60,13 @@ struct XmlSource::Callbacks {
 
     static void XMLCALL start(void* data, XML_Char const* name, XML_Char const** attributes)
     {
-        guarded(data, [=](XmlSource& source) { source.m_handler.startElement(name, ElementAttributes(attributes)); });
+        guarded(data, [=](XmlSource& source) {
+            std::vector<ElementAttributes::Entry>& entries = source.m_attributes;
+            entries.clear();
+            for (XML_Char const** pair = attributes; *pair; pair += 2)
+                entries.push_back({pair[0], pair[1]});
+            source.m_handler.startElement(name, ElementAttributes(entries.data(), entries.size()));
+        });
     }
 
     static void XMLCALL end(void* data, XML_Char const*)
@@ -93,18 +101,32 @@ struct XmlSource::Callbacks {
     }
 };
 
-bool XmlSource::parse(std::string_view text)
+bool XmlSource::parse(std::string_view text, Road road)
 {
     m_text = text;
     m_error.clear();
     m_thrown = nullptr;
     m_stopped = false;
-    m_parser = nullptr; // that of an earlier text is gone
-    if (beginsWithForeignMark(text)) {
+    m_plain = nullptr; // what read an earlier text is gone
+    m_parser = nullptr;
+    if (beginsWithForeignMark(text))
         failAt(0, "a byte-order mark of UTF-16 or UTF-32", "UTF-8");
-        return false;
-    }
+    else if (road == eShortest && isPlainXml(text))
+        readPlain();
+    else
+        readWithParser();
+    return !m_stopped;
+}
 
+void XmlSource::readPlain()
+{
+    PlainXmlReader reader(m_text, m_handler);
+    m_plain = &reader;
+    reader.read();
+}
+
+void XmlSource::readWithParser()
+{
     ParserHandle const parser(XML_ParserCreateNS("UTF-8", kNameSpaceSeparator));
     if (!parser)
         throw std::bad_alloc();
@@ -116,7 +138,6 @@ bool XmlSource::parse(std::string_view text)
     readAll();
     if (m_thrown)
         std::rethrow_exception(m_thrown);
-    return !m_stopped;
 }
 
 void XmlSource::readAll()
@@ -142,15 +163,24 @@ void XmlSource::readAll()
 
 void XmlSource::wantText(bool wanted)
 {
-    XML_SetCharacterDataHandler(parserOf(m_parser), wanted ? Callbacks::characters : nullptr);
+    if (m_plain)
+        m_plain->wantText(wanted);
+    else
+        XML_SetCharacterDataHandler(parserOf(m_parser), wanted ? Callbacks::characters : nullptr);
 }
 
 void XmlSource::fail(std::string_view found, std::string_view expected)
 {
-    if (m_stopped)
-        return;
+    if (!m_stopped)
+        failAt(currentOffset(), found, expected);
+}
+
+std::size_t XmlSource::currentOffset() const noexcept
+{
+    if (m_plain)
+        return m_plain->offset();
     auto const offset = XML_GetCurrentByteIndex(parserOf(m_parser));
-    failAt(offset < 0 ? 0 : static_cast<std::size_t>(offset), found, expected);
+    return offset < 0 ? 0 : static_cast<std::size_t>(offset);
 }
 
 void XmlSource::failAt(std::size_t offset, std::string_view found, std::string_view expected)
@@ -165,7 +195,9 @@ void XmlSource::failAt(std::size_t offset, std::string_view found, std::string_v
 void XmlSource::stop() noexcept
 {
     m_stopped = true;
-    if (m_parser)
+    if (m_plain)
+        m_plain->stop();
+    else if (m_parser)
         XML_StopParser(parserOf(m_parser), XML_FALSE);
 }
 

@@ -1,11 +1,16 @@
 #pragma once
 
+#include "persistence/ElementHandler.h"
+
 #include <cstddef>
 #include <exception>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace TAV_marlo_v1 {
+
+class PlainXmlReader;
 
 /// A place in a text: both count from 1, the column in characters.
 struct TextPosition {
@@ -13,62 +18,18 @@ struct TextPosition {
     std::size_t column;
 };
 
-/// The attributes of one start tag in the order of the text; lives as long as the call it is given to.
-class ElementAttributes {
-public:
-    struct Entry {
-        std::string_view name;
-        std::string_view value;
-    };
-
-    /// Steps through (name, value) pairs that a null closes.
-    class Iterator {
-    public:
-        explicit Iterator(char const* const* at) noexcept
-            : m_at(at)
-        {
-        }
-        Entry operator*() const { return {m_at[0], m_at[1]}; }
-        Iterator& operator++() noexcept
-        {
-            m_at += 2;
-            return *this;
-        }
-        bool operator!=(std::nullptr_t) const noexcept { return *m_at != nullptr; }
-
-    private:
-        char const* const* m_at;
-    };
-
-    explicit ElementAttributes(char const* const* pairs) noexcept
-        : m_pairs(pairs)
-    {
-    }
-    Iterator begin() const noexcept { return Iterator(m_pairs); }
-    std::nullptr_t end() const noexcept { return nullptr; }
-
-private:
-    char const* const* m_pairs;
-};
-
-/// Gets the elements of a text one by one. Names of elements and attributes that are in an XML name
-/// space hold a form feed, so that they equal no name of the vocabulary.
-class ElementHandler {
-public:
-    virtual void startElement(std::string_view name, ElementAttributes const& attributes) = 0;
-    /// A part of the character data of the open element, if XmlSource::wantText was called for it.
-    virtual void characters(std::string_view part) = 0;
-    virtual void endElement() = 0;
-
-protected:
-    ~ElementHandler() = default;
-};
-
 /// Reads XML 1.0 in UTF-8, with or without byte-order mark, and hands each element to a handler.
 /// Comments and processing instructions are ignored; a document type declaration and any other
 /// encoding are refused. Depth costs memory, no stack.
+///
+/// A maintained parser decides what is well-formed and words the errors. A text that keeps to the plain
+/// part of XML in which graph text is written need not be put to it and is read directly.
 class XmlSource {
 public:
+    /// Which of the two reads: for tests, which compare them.
+    enum Road { eShortest, eParser };
+
+
     explicit XmlSource(ElementHandler& handler) noexcept
         : m_handler(handler)
     {
@@ -78,7 +39,7 @@ public:
 
     /// Reads the whole text. What the handler throws goes through.
     /// @return whether the text was read to its end; error() tells otherwise
-    bool parse(std::string_view text);
+    bool parse(std::string_view text, Road road = eShortest);
     /// "line L, column C: found X, expected Y"; empty after success.
     std::string const& error() const noexcept { return m_error; }
 
@@ -95,13 +56,19 @@ private:
 
     void failAt(std::size_t offset, std::string_view found, std::string_view expected);
     void stop() noexcept;
+    void readPlain();
+    void readWithParser();
     void readAll();
+    std::size_t currentOffset() const noexcept;
 
     ElementHandler& m_handler;
     std::string_view m_text;
     std::string m_error;
     std::exception_ptr m_thrown;
-    void* m_parser = nullptr; // the parser below, while parse() runs
+    // What reads, while parse() runs.
+    PlainXmlReader* m_plain = nullptr;
+    void* m_parser = nullptr;
+    std::vector<ElementAttributes::Entry> m_attributes; // of the parser's element
     bool m_stopped = false;
 };
 
