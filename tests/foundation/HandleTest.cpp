@@ -58,7 +58,8 @@ TEST_F(HandleTest, TheLastOneEndsTheObject)
         AddRefWrapper<Counted> third(std::move(second));
         EXPECT_EQ(first->refCount(), 2u);
         EXPECT_FALSE(second);
-        third = third;
+        AddRefWrapper<Counted> const& same = third;
+        third = same;
         EXPECT_EQ(third, AddRefWrapper<Counted>(first));
     }
     EXPECT_EQ(first->refCount(), 1u);
