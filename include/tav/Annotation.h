@@ -36,9 +36,6 @@ public:
     /// Asks the compound, changes, tells it. A taken name becomes the next free one among the
     /// compound's annotations; a name that the runtime refuses, a null and the present name change nothing.
     void setName(char const* name) override;
-    void appendString(char const* text) override;
-    void appendNodeName(char const* name) override;
-    void appendPortName(char const* name) override;
 
     /// The first value of the entry, "" when there is none.
     String getAnnotationMetaDataValue(char const* key) const;

@@ -55,9 +55,6 @@ public:
     /// A compound and its owner node always bear the same name.
     char const* getName() const override;
     void setName(char const* name) override;
-    void appendString(char const* text) override;
-    void appendNodeName(char const* name) override;
-    void appendPortName(char const* name) override;
 
     /// The lists live as long as the compound.
     NodeList& nodes() noexcept;

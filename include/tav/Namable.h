@@ -23,7 +23,7 @@ public:
     virtual char const* getName() const;
     /// A null `name` changes nothing.
     virtual void setName(char const* name);
-    /// Appends `text` as it is; null does nothing.
+    /// Appends `text` as it is; null does nothing. All three that append set the name by setName.
     virtual void appendString(char const* text);
     /// Appends `name` behind a "/", which takes the place of one "/" or "." at the end. An empty
     /// name gets no separator; null does nothing.

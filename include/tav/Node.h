@@ -54,9 +54,6 @@ public:
     /// A taken name becomes the next free one among the nodes of the compound; a name that the runtime
     /// refuses, a null and the present name change nothing. The node's compound is renamed with it.
     void setName(char const* name) override;
-    void appendString(char const* text) override;
-    void appendNodeName(char const* name) override;
-    void appendPortName(char const* name) override;
 
     /// The name of the definition the node was made from; "" when it has none.
     char const* getNodeTypeName() const noexcept;

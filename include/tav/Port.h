@@ -47,9 +47,6 @@ public:
     /// Asks, changes and tells; so on both sides of a compound port. A taken name becomes the next
     /// free one of its list; a name that the runtime refuses, a null and the present name change nothing.
     void setName(char const* name) override;
-    void appendString(char const* text) override;
-    void appendNodeName(char const* name) override;
-    void appendPortName(char const* name) override;
 
     PortNotification* getParent() const noexcept;
     /// Called by the list that takes the port up. Neither asks nor tells.

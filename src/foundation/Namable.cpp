@@ -1,28 +1,13 @@
 #include <tav/Namable.h>
 
 #include "foundation/NamedAccess.h"
+#include "foundation/PathText.h"
 
 #include <string>
 
 namespace TAV_marlo_v1 {
 
 using detail::SharedTextRef;
-
-namespace {
-
-/// The end of a path is extended behind `separator`, which takes the place of a separator there.
-std::string extendedBy(std::string_view path, char separator, char const* name)
-{
-    std::string extended(path);
-    if (!extended.empty()) {
-        if (extended.back() == '/' || extended.back() == '.')
-            extended.pop_back();
-        extended += separator;
-    }
-    return extended += name;
-}
-
-} // namespace
 
 Namable::Namable()
     : m_name(&detail::SharedText::empty())
@@ -63,22 +48,30 @@ void Namable::setName(char const* name)
         NamedAccess::setText(*this, name);
 }
 
+// What is appended goes through setName, so that a class that watches its name has one place to do so.
+
 void Namable::appendString(char const* text)
 {
     if (text)
-        NamedAccess::setText(*this, std::string_view(std::string(m_name->view()) += text));
+        setName((std::string(getName()) + text).c_str());
 }
 
 void Namable::appendNodeName(char const* name)
 {
-    if (name)
-        NamedAccess::setText(*this, std::string_view(extendedBy(m_name->view(), '/', name)));
+    if (!name)
+        return;
+    std::string path(getName());
+    detail::appendToPath(path, '/', name);
+    setName(path.c_str());
 }
 
 void Namable::appendPortName(char const* name)
 {
-    if (name)
-        NamedAccess::setText(*this, std::string_view(extendedBy(m_name->view(), '.', name)));
+    if (!name)
+        return;
+    std::string path(getName());
+    detail::appendToPath(path, '.', name);
+    setName(path.c_str());
 }
 
 bool Namable::operator==(Namable const& other) const noexcept

@@ -76,27 +76,6 @@ void Annotation::setName(char const* name)
     compound->onAnnotationNameChanged(self, free.chars());
 }
 
-void Annotation::appendString(char const* text)
-{
-    Namable name(*this);
-    name.appendString(text);
-    setName(name.getName());
-}
-
-void Annotation::appendNodeName(char const* text)
-{
-    Namable name(*this);
-    name.appendNodeName(text);
-    setName(name.getName());
-}
-
-void Annotation::appendPortName(char const* text)
-{
-    Namable name(*this);
-    name.appendPortName(text);
-    setName(name.getName());
-}
-
 String Annotation::getAnnotationMetaDataValue(char const* key) const
 {
     StringArray values;

@@ -110,27 +110,6 @@ void Compound::setName(char const* name)
         Namable::setName(name);
 }
 
-void Compound::appendString(char const* text)
-{
-    Namable name(getName());
-    name.appendString(text);
-    setName(name.getName());
-}
-
-void Compound::appendNodeName(char const* text)
-{
-    Namable name(getName());
-    name.appendNodeName(text);
-    setName(name.getName());
-}
-
-void Compound::appendPortName(char const* text)
-{
-    Namable name(getName());
-    name.appendPortName(text);
-    setName(name.getName());
-}
-
 NodeList& Compound::nodes() noexcept
 {
     return m_impl->nodes;

@@ -93,27 +93,6 @@ void Node::setName(char const* name)
     NodeAccess::notify(*this, eNodeRenamed);
 }
 
-void Node::appendString(char const* text)
-{
-    Namable name(*this);
-    name.appendString(text);
-    setName(name.getName());
-}
-
-void Node::appendNodeName(char const* text)
-{
-    Namable name(*this);
-    name.appendNodeName(text);
-    setName(name.getName());
-}
-
-void Node::appendPortName(char const* text)
-{
-    Namable name(*this);
-    name.appendPortName(text);
-    setName(name.getName());
-}
-
 char const* Node::getNodeTypeName() const noexcept
 {
     return m_impl->type.chars();

@@ -8,16 +8,6 @@
 
 namespace TAV_marlo_v1::detail {
 
-void appendToPath(std::string& path, char separator, std::string_view name)
-{
-    if (!path.empty()) {
-        if (path.back() == '/' || path.back() == '.')
-            path.pop_back();
-        path.push_back(separator);
-    }
-    path.append(name);
-}
-
 bool isLegalName(Container* container, char const* name)
 {
     Runtime* const runtime = container ? container->getRuntime() : nullptr;

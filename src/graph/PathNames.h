@@ -13,9 +13,6 @@ class Port;
 
 namespace detail {
 
-/// Appends a name behind a separator by the rule of Namable::appendNodeName and appendPortName.
-void appendToPath(std::string& path, char separator, std::string_view name);
-
 /// Whether the runtime of the container accepts the name; any name without container or runtime.
 bool isLegalName(Container* container, char const* name);
 bool isLegalName(Port const& port, char const* name);

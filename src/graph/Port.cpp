@@ -1,5 +1,6 @@
 #include <tav/Port.h>
 
+#include "foundation/PathText.h"
 #include "graph/Graveyard.h"
 #include "graph/NodeImpl.h"
 #include "graph/PathNames.h"
@@ -114,27 +115,6 @@ void Port::setName(char const* name)
         m_impl->owner->onPortNameChanged(self, wanted.chars());
     if (twin && twin->m_impl->owner)
         twin->m_impl->owner->onPortNameChanged(twin, wanted.chars());
-}
-
-void Port::appendString(char const* text)
-{
-    Namable name(*this);
-    name.appendString(text);
-    setName(name.getName());
-}
-
-void Port::appendNodeName(char const* text)
-{
-    Namable name(*this);
-    name.appendNodeName(text);
-    setName(name.getName());
-}
-
-void Port::appendPortName(char const* text)
-{
-    Namable name(*this);
-    name.appendPortName(text);
-    setName(name.getName());
 }
 
 Namable Port::getFullName() const
