@@ -91,6 +91,17 @@ TEST_F(Check, NamesThatHoldDotsAreFound)
     EXPECT_EQ(check(text).err, "");
 }
 
+TEST_F(Check, WhatTheReaderSkipsIsNotJudged)
+{
+    QByteArray const stray = "<other><connection output_port=\"a.b\" input_port=\"c.d\"/><port/></other>"
+                             "<connection output_port=\"a.b\" input_port=\"c.d\"/>";
+    QByteArray text = graphWith("<other><tavNode name=\"a\"/></other>" + stray);
+    text.replace("<metadatas/>", "<!-- x --><metadatas/>" + stray);
+    ToolRun const run = check(text);
+    EXPECT_EQ(run.errors(), "");
+    EXPECT_EQ(run.exitCode, 0);
+}
+
 // Whatever somebody feeds it, it ends soon, with the one exit code and a line that an editor can jump to.
 TEST_F(Check, HostileTextEndsWithAnErrorAndAPlace)
 {

@@ -41,11 +41,10 @@ struct ConnectionText {
     unsigned to;
 };
 
-/// A selection of nodes with the connections among them: the inside of a compound, or the root.
+/// The inside of a compound.
 struct Scope {
     PortTypes inputs; // of the compound around, from outside
     PortTypes outputs;
-    bool hasOwner = false;
     QHash<QString, NodeText> nodes;
     std::vector<QString> nodeNames;
     QSet<QString> annotations;
@@ -59,6 +58,8 @@ public:
         : m_reader(text)
         , m_library(library)
     {
+        // As the graph's reader sees it: a prefix makes another name.
+        m_reader.setNamespaceProcessing(false);
     }
 
     CheckResult run()
@@ -88,9 +89,16 @@ private:
 
     QString attribute(char const* name) const { return m_reader.attributes().value(QLatin1String(name)).toString(); }
 
+    /// The graph's reader skips what does not belong where it stands, with all that is in it.
     void start()
     {
-        QStringView const element = m_reader.name();
+        QString const element = m_reader.name().toString();
+        if (!belongs(m_open.isEmpty() ? QString() : m_open.last(), element)) {
+            m_reader.skipCurrentElement();
+            m_last = QXmlStreamReader::EndElement;
+            return;
+        }
+        m_open.append(element);
         if (element == u"tavNode" || element == u"tavCompound")
             startNode(element == u"tavCompound");
         else if (element == u"port")
@@ -103,12 +111,34 @@ private:
             checkConnection();
     }
 
+    /// Of metadata and members nothing is judged: they belong nowhere here.
+    static bool belongs(QString const& parent, QString const& element)
+    {
+        static QHash<QString, QStringList> const children = {
+            {"", {"tavCompound"}},
+            {"tavCompound", {"ports", "child_graph"}},
+            {"tavNode", {"ports"}},
+            {"ports", {"port"}},
+            {"port", {"ports"}},
+            {"child_graph", {"sub_root"}},
+            {"sub_root", {"nodes", "backdrops", "sticky_notes", "connections"}},
+            {"nodes", {"node", "compound"}},
+            {"node", {"tavNode"}},
+            {"compound", {"tavCompound"}},
+            {"backdrops", {"tavBackdrop"}},
+            {"sticky_notes", {"tavStickyNote"}},
+            {"connections", {"connection"}},
+        };
+        auto const found = children.constFind(parent);
+        return found != children.constEnd() && found->contains(element);
+    }
+
     void end()
     {
-        QStringView const element = m_reader.name();
+        QString const element = m_open.takeLast();
         if (element == u"tavNode" || element == u"tavCompound")
             endNode();
-        else if (element == u"port" && !m_nodes.empty())
+        else if (element == u"port")
             m_nodes.back().openPorts.pop_back();
         else if (element == u"sub_root")
             endScope();
@@ -149,8 +179,6 @@ private:
 
     void startPort()
     {
-        if (m_nodes.empty())
-            return;
         NodeText& node = m_nodes.back();
         bool const isInput = attribute("is_input") == u"yes";
         QString const name = attribute("name");
@@ -169,11 +197,8 @@ private:
     void startScope()
     {
         Scope scope;
-        if (!m_nodes.empty()) {
-            scope.hasOwner = true;
-            scope.inputs = m_nodes.back().inputs;
-            scope.outputs = m_nodes.back().outputs;
-        }
+        scope.inputs = m_nodes.back().inputs;
+        scope.outputs = m_nodes.back().outputs;
         m_scopes.push_back(std::move(scope));
     }
 
@@ -186,8 +211,6 @@ private:
     void noteAnnotation()
     {
         QString const name = attribute("name");
-        if (m_scopes.empty())
-            return;
         if (m_scopes.back().annotations.contains(name))
             say(Severity::error, QString("there is an annotation \"%1\" in this graph already").arg(name));
         m_scopes.back().annotations.insert(name);
@@ -223,9 +246,8 @@ private:
             PortTypes const& ports = attributeName == u"inner_input_port" ? scope.inputs : scope.outputs;
             auto const port = ports.find(text);
             if (port == ports.end()) {
-                if (scope.hasOwner)
-                    say(Severity::error, QString("the connection leads to \"%1\", but the compound has no such %2")
-                                             .arg(text, end.isOutput ? "input" : "output"));
+                say(Severity::error, QString("the connection leads to \"%1\", but the compound has no such %2")
+                                         .arg(text, end.isOutput ? "input" : "output"));
                 return std::nullopt;
             }
             end.port = text;
@@ -320,6 +342,7 @@ private:
     kit::StandardRuntime const* m_library;
     QXmlStreamReader::TokenType m_last = QXmlStreamReader::NoToken;
     Position m_position;
+    QStringList m_open;            // the elements that are open, outermost first
     std::vector<NodeText> m_nodes; // the nodes and compounds whose elements are open
     std::vector<Scope> m_scopes;
     CheckResult m_result;

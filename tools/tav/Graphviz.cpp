@@ -1,5 +1,8 @@
 #include "Graphviz.h"
 
+#include "Terminal.h"
+
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QProcess>
 
 namespace tool {
@@ -19,7 +22,11 @@ bool drawWithGraphviz(QString const& program, QString const& format, QByteArray 
     }
     process.write(dotText);
     process.closeWriteChannel();
-    process.waitForFinished(-1);
+    QElapsedTimer clock;
+    clock.start();
+    while (process.state() != QProcess::NotRunning && !process.waitForFinished(1000))
+        showWaiting("Graphviz is drawing", clock.elapsed());
+    clearBar();
     picture = process.readAllStandardOutput();
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
         return true;

@@ -18,14 +18,22 @@ namespace {
 
 bool barIsDrawn = false; // there is one terminal
 
+void drawBar(QString const& text)
+{
+    QByteArray const bytes = text.toUtf8();
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
+    std::fflush(stderr);
+    barIsDrawn = true;
+}
+
+} // namespace
+
 void clearBar()
 {
     if (barIsDrawn)
         std::fputs("\r\x1b[K", stderr);
     barIsDrawn = false;
 }
-
-} // namespace
 
 void useBinaryStreams()
 {
@@ -67,6 +75,14 @@ void writeError(QString const& line)
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
 }
 
+void showWaiting(QString const& what, qint64 milliseconds)
+{
+    if (!isTerminal(stderr))
+        return;
+    clearBar();
+    drawBar(QString("%1 (%2 s)").arg(what).arg(milliseconds / 1000));
+}
+
 Progress::Progress(qsizetype total)
     : m_total(total)
     , m_visible(total > 1 && isTerminal(stderr))
@@ -86,10 +102,7 @@ void Progress::step(QString const& what)
         constexpr qsizetype width = 30;
         qsizetype const filled = width * m_done / m_total;
         QString const bar = QString(filled, '#') + QString(width - filled, '.');
-        QByteArray const text = QString("[%1] %2/%3 %4").arg(bar).arg(m_done).arg(m_total).arg(what.right(40)).toUtf8();
-        std::fwrite(text.constData(), 1, static_cast<std::size_t>(text.size()), stderr);
-        std::fflush(stderr);
-        barIsDrawn = true;
+        drawBar(QString("[%1] %2/%3 %4").arg(bar).arg(m_done).arg(m_total).arg(what.right(40)));
     }
     ++m_done;
 }

@@ -20,8 +20,13 @@ bool writeOut(QByteArray const& bytes);
 /// Writes one line to standard error.
 void writeError(QString const& line);
 
+/// Says on a terminal how long something takes that has no measure.
+void showWaiting(QString const& what, qint64 milliseconds);
+/// Takes away what showWaiting or a progress bar has drawn; so does whatever is written.
+void clearBar();
+
 /// A bar on standard error for work on many files; shown on a terminal only, and only once the work
-/// has taken a second. Whatever else is written takes it away first.
+/// has taken a second.
 class Progress {
 public:
     explicit Progress(qsizetype total);
