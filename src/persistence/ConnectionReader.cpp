@@ -9,7 +9,7 @@
 #include "persistence/TextWatchPoint.h"
 
 #include <algorithm>
-#include <unordered_set>
+#include <bit>
 
 namespace TAV_marlo_v1 {
 
@@ -17,17 +17,35 @@ using namespace graphtext;
 
 // ---- names
 
-void NodeNames::add(std::string_view name, Node& node)
+std::uint64_t NodeNames::hashOf(std::string_view name) noexcept
 {
-    if (2 * (m_used + 1) > m_slots.size())
-        grow();
     std::uint64_t hash = kFirstHash;
     for (char const c : name)
         hash = addToHash(hash, c);
+    return hash;
+}
+
+void NodeNames::index()
+{
+    if (2 * m_entries.size() > m_slots.size()) {
+        m_slots.assign(std::bit_ceil(4 * m_entries.size()), Slot());
+        m_indexed = 0;
+    }
+    for (; m_indexed < m_entries.size(); ++m_indexed)
+        place(m_indexed);
+}
+
+void NodeNames::place(std::size_t entry) noexcept
+{
+    std::string_view const name = m_entries[entry].name->view();
+    std::uint64_t const hash = hashOf(name);
     if (find(hash, name))
         return;
-    place({hash, name, &node});
-    ++m_used;
+    std::size_t const mask = m_slots.size() - 1;
+    std::size_t i = hash & mask;
+    while (m_slots[i].entry != 0)
+        i = (i + 1) & mask;
+    m_slots[i] = {static_cast<std::uint32_t>(entry + 1), static_cast<std::uint32_t>(hash >> 32)};
 }
 
 Node* NodeNames::find(std::uint64_t hash, std::string_view name) const noexcept
@@ -35,30 +53,12 @@ Node* NodeNames::find(std::uint64_t hash, std::string_view name) const noexcept
     if (m_slots.empty())
         return nullptr;
     std::size_t const mask = m_slots.size() - 1;
-    for (std::size_t i = hash & mask; m_slots[i].node; i = (i + 1) & mask) {
-        if (m_slots[i].hash == hash && m_slots[i].name == name)
-            return m_slots[i].node;
+    for (std::size_t i = hash & mask; m_slots[i].entry != 0; i = (i + 1) & mask) {
+        Entry const& entry = m_entries[m_slots[i].entry - 1];
+        if (m_slots[i].hash == static_cast<std::uint32_t>(hash >> 32) && entry.name->view() == name)
+            return entry.node;
     }
     return nullptr;
-}
-
-void NodeNames::place(Slot const& slot) noexcept
-{
-    std::size_t const mask = m_slots.size() - 1;
-    std::size_t i = slot.hash & mask;
-    while (m_slots[i].node)
-        i = (i + 1) & mask;
-    m_slots[i] = slot;
-}
-
-void NodeNames::grow()
-{
-    std::vector<Slot> former(std::max<std::size_t>(16, 2 * m_slots.size()));
-    former.swap(m_slots);
-    for (Slot const& slot : former) {
-        if (slot.node)
-            place(slot);
-    }
 }
 
 // ---- ends
@@ -197,8 +197,8 @@ bool ConnectionReader::takesConnection(End const& end, End const& other)
 {
     if (!PortAccess::hasFlag(*end.port, eUnconnectable))
         return true;
-    warn(end, "The connection with " + quoted(other.path) + " is left out: " + quoted(end.path)
-                  + " takes no connections.");
+    warn(end,
+         "The connection with " + quoted(other.path) + " is left out: " + quoted(end.path) + " takes no connections.");
     return false;
 }
 
@@ -211,8 +211,8 @@ void ConnectionReader::add(End const& a, End const& b)
     Port* const source = aIsSource ? a.port : b.port;
     Port* const other = aIsSource ? b.port : a.port;
 
-    bool const isListedTwice = (isInner(a) && isInner(b)) || (isInner(a) && b.kind == eNodeOutput)
-                               || (isInner(b) && a.kind == eNodeOutput);
+    bool const isListedTwice =
+        (isInner(a) && isInner(b)) || (isInner(a) && b.kind == eNodeOutput) || (isInner(b) && a.kind == eNodeOutput);
     if (isListedTwice)
         m_twice[{source, other}].push_back(m_place);
     else

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/SharedText.h"
 #include "persistence/ElementSource.h"
 #include "persistence/ReadAttributes.h"
 
@@ -20,17 +21,18 @@ class Node;
 class PortList;
 
 /// The nodes of one "sub_root" by the names they have in the text. A look-up that tries every prefix of
-/// a path takes one pass over it.
+/// a path takes one pass over it. A text without connections pays next to nothing.
 class NodeNames {
 public:
     /// The name must live as long as this object. Of two equal names the first counts.
-    void add(std::string_view name, Node& node);
+    void add(detail::SharedText const& name, Node& node) { m_entries.push_back({&name, &node}); }
 
     /// Calls back with each node whose name is followed by "." in the path, and with what stands behind
     /// that, shortest name first, until the callback answers true. @return whether it did
     template <class Visit>
-    bool forEachPrefix(std::string_view path, Visit const& visit) const
+    bool forEachPrefix(std::string_view path, Visit const& visit)
     {
+        index();
         std::uint64_t hash = kFirstHash;
         for (std::size_t i = 0; i < path.size(); ++i) {
             if (path[i] == '.') {
@@ -43,10 +45,13 @@ public:
     }
 
 private:
+    struct Entry {
+        detail::SharedText const* name;
+        Node* node;
+    };
     struct Slot {
-        std::uint64_t hash = 0;
-        std::string_view name;
-        Node* node = nullptr; // null: the slot is free
+        std::uint32_t entry = 0; // counted from 1; 0: the slot is free
+        std::uint32_t hash = 0;  // the upper half
     };
 
     static constexpr std::uint64_t kFirstHash = 14695981039346656037ull;
@@ -54,13 +59,16 @@ private:
     {
         return (hash ^ static_cast<unsigned char>(c)) * 1099511628211ull;
     }
+    static std::uint64_t hashOf(std::string_view name) noexcept;
 
+    /// Takes up the entries that were added since the last look-up.
+    void index();
+    void place(std::size_t entry) noexcept;
     Node* find(std::uint64_t hash, std::string_view name) const noexcept;
-    void place(Slot const& slot) noexcept;
-    void grow();
 
+    std::vector<Entry> m_entries;
+    std::size_t m_indexed = 0;
     std::vector<Slot> m_slots; // a power of two of them, at most half in use
-    std::size_t m_used = 0;
 };
 
 /// Reads the "connection" elements of one "sub_root" and makes the links.
@@ -75,7 +83,7 @@ public:
     {
     }
 
-    void addNode(std::string_view name, Node& node) { m_nodes.add(name, node); }
+    void addNode(detail::SharedText const& name, Node& node) { m_nodes.add(name, node); }
     /// The compound only stands in for another one: an inner port that it lacks is made, and what is
     /// to be said about the other one's inner ports is kept in `warnings`, which must outlive this object.
     struct InnerWarning {
@@ -124,7 +132,7 @@ private:
     Compound& m_compound;
     NodeNames m_nodes;
     std::vector<InnerWarning>* m_innerWarnings = nullptr; // set: the compound stands in for another one
-    std::size_t m_place = 0; // of the next element
+    std::size_t m_place = 0;                              // of the next element
     std::vector<Link> m_links;
     std::unordered_map<std::pair<Port*, Port*>, std::vector<std::size_t>, PairHash> m_twice;
     // Ports of a list with children, at any depth, by full name; made when a dotted name asks for it.

@@ -50,10 +50,10 @@ private:
     /// What drops a connection from a port P to a port Q.
     enum Filter : unsigned {
         eNoFilter = 0,
-        eNotToInnerPort = 1,    ///< Q is a compound's inner port
-        eNotToSelected = 2,     ///< Q's node is selected: written from Q's side
-        eOnlyToSelected = 4,    ///< Q's node is not selected
-        eNotThrough = 8         ///< both are inner ports
+        eNotToInnerPort = 1, ///< Q is a compound's inner port
+        eNotToSelected = 2,  ///< Q's node is selected: written from Q's side
+        eOnlyToSelected = 4, ///< Q's node is not selected
+        eNotThrough = 8      ///< both are inner ports
     };
 
     void writeList(PortList const& ports, unsigned filter);

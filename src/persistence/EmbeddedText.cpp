@@ -14,11 +14,11 @@ namespace {
 
 /// Elements of the vocabulary that hold elements only.
 constexpr std::string_view kWithoutText[] = {
-    graphtext::kNodeRoot,     graphtext::kCompoundRoot, graphtext::kBackdrop,       graphtext::kStickyNote,
-    graphtext::kSubRoot,      graphtext::kNodes,        graphtext::kNode,           graphtext::kCompound,
-    graphtext::kBackdrops,    graphtext::kStickyNotes,  graphtext::kConnections,    graphtext::kConnection,
-    graphtext::kChildGraph,   graphtext::kNodeMetadatas, graphtext::kPorts,         graphtext::kPort,
-    graphtext::kMembers,      graphtext::kMember,       graphtext::kMetadatas,      graphtext::kMetadata,
+    graphtext::kNodeRoot,      graphtext::kCompoundRoot,  graphtext::kBackdrop,    graphtext::kStickyNote,
+    graphtext::kSubRoot,       graphtext::kNodes,         graphtext::kNode,        graphtext::kCompound,
+    graphtext::kBackdrops,     graphtext::kStickyNotes,   graphtext::kConnections, graphtext::kConnection,
+    graphtext::kChildGraph,    graphtext::kNodeMetadatas, graphtext::kPorts,       graphtext::kPort,
+    graphtext::kMembers,       graphtext::kMember,        graphtext::kMetadatas,   graphtext::kMetadata,
     graphtext::kPropertyLists, graphtext::kPropertyList};
 
 bool holdsText(std::string_view element) noexcept

@@ -383,7 +383,7 @@ void GraphReader::place(AddRefWrapper<Node> const& node)
             CompoundAccess::fillIONode(compound, *node);
     }
     // Who holds the name now, this node or the one that it gave way to, keeps the text alive.
-    graph().connections.addNode(name.view(), *node);
+    graph().connections.addNode(*name, *node);
 }
 
 // ---- compounds

@@ -103,8 +103,7 @@ private:
     void enterSubRoot();
     bool enterNodePort(ElementAttributes const& attributes);
     void enterCompoundPort(ElementAttributes const& attributes);
-    void enterAnnotation(Annotation::AnnotationType type, std::string_view name,
-                         ElementAttributes const& attributes);
+    void enterAnnotation(Annotation::AnnotationType type, std::string_view name, ElementAttributes const& attributes);
     void enterConnection(ElementAttributes const& attributes);
     void enterMetadata(Metadata& object);
     void leave(State state);

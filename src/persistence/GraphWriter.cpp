@@ -107,8 +107,8 @@ void GraphWriter::writeCompound(Compound const& compound, PortFilterCallback* fi
     endCompound();
 }
 
-void GraphWriter::writeItems(Compound const& compound, StringArray const& nodeNames,
-                             StringArray const& annotationNames, ESaveMode mode)
+void GraphWriter::writeItems(Compound const& compound, StringArray const& nodeNames, StringArray const& annotationNames,
+                             ESaveMode mode)
 {
     beginGraph(compound, namedNodes(compound, nodeNames));
     writeOpenGraphs();

@@ -47,8 +47,8 @@ void InnerConnections::collect(PortList const& staged)
 
 void InnerConnections::collect(Port& staged)
 {
-    PortList const& list = staged.getPortIOType() == eOutput ? m_commit.m_target.innerInputs()
-                                                             : m_commit.m_target.innerOutputs();
+    PortList const& list =
+        staged.getPortIOType() == eOutput ? m_commit.m_target.innerInputs() : m_commit.m_target.innerOutputs();
     unsigned index = kNotFound;
     AddRefWrapper<Port> const real = list.findPortRecursive(staged.getFullName().getName(), index);
     m_real[&staged] = real.get();

@@ -124,7 +124,10 @@ public:
     {
     }
 
-    StatusStr read(char const* text) { return m_source.parse(text) ? StatusStr() : StatusStr(m_source.error().c_str()); }
+    StatusStr read(char const* text)
+    {
+        return m_source.parse(text) ? StatusStr() : StatusStr(m_source.error().c_str());
+    }
 
     void startElement(std::string_view name, ElementAttributes const& attributes) override
     {

@@ -65,7 +65,7 @@ struct Reference {
 };
 
 /// Those a writer makes, and the apostrophe.
-constexpr Reference kReferences[] = {{"&lt;", '<'},   {"&gt;", '>'}, {"&amp;", '&'},  {"&quot;", '"'},
+constexpr Reference kReferences[] = {{"&lt;", '<'},    {"&gt;", '>'},  {"&amp;", '&'},  {"&quot;", '"'},
                                      {"&apos;", '\''}, {"&#9;", '\t'}, {"&#10;", '\n'}, {"&#13;", '\r'}};
 
 Reference const* referenceAt(char const* at, char const* end) noexcept
@@ -149,23 +149,24 @@ private:
         if (name.empty() || name == "xmlns" || m_attributes.size() == kMaxAttributes)
             return false;
         for (std::string_view const other : m_attributes) {
-            if (other == name)
+            if (other.size() == name.size() && other.front() == name.front() && other == name)
                 return false;
         }
         m_attributes.push_back(name);
-        return take('=') && take('"') && takeCharacters('"') && take('"');
+        return take('=') && take('"') && takeCharacters<'"'>() && take('"');
     }
 
-    bool takeText() noexcept { return takeCharacters('<'); }
+    bool takeText() noexcept { return takeCharacters<'<'>(); }
 
     /// Everything up to `closing`. Line feeds and tabs are for character data only: in an attribute
     /// value they stand for blanks.
-    bool takeCharacters(char closing) noexcept
+    template <char closing>
+    bool takeCharacters() noexcept
     {
         char const* const begin = m_at;
         while (true) {
-            while (m_end - m_at >= 8 && areEightPlain(m_at))
-                m_at += 8;
+            while (closing == '<' && m_end - m_at >= 8 && areEightPlain(m_at))
+                m_at += 8; // long runs are usual between tags: the indentation
             while (m_at != m_end && detail::classOf(*m_at) == ByteClass::Plain)
                 ++m_at;
             if (m_at == m_end)

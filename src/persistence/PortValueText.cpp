@@ -2,6 +2,8 @@
 
 #include <tav/Port.h>
 
+#include <string>
+
 namespace TAV_marlo_v1 {
 
 ValueArity valueArity(PortDataType const* type) noexcept
@@ -20,10 +22,11 @@ StringArray splitPortValues(std::string_view text, PortDataType const* type)
         values.add(String(text.data(), text.size()));
         return values;
     }
+    std::string value;
     while (!text.empty()) {
         std::string_view const part = text.substr(0, text.find(kValueSeparator));
         if (!part.empty())
-            values.add(String(part.data(), part.size()));
+            values.add(value.assign(part).c_str());
         text.remove_prefix(part.size() < text.size() ? part.size() + 1 : part.size());
     }
     return values;

@@ -9,9 +9,9 @@ namespace TAV_marlo_v1 {
 
 /// How many values a text for that type stands for.
 enum class ValueArity {
-    One,    ///< the whole text is one value
-    Any,    ///< no type, or one of unknown kind: one value unless the text holds several
-    List    ///< any number, none for the empty text
+    One, ///< the whole text is one value
+    Any, ///< no type, or one of unknown kind: one value unless the text holds several
+    List ///< any number, none for the empty text
 };
 
 /// `type` may be null.

@@ -32,8 +32,7 @@ struct ItemAttributes {
     std::string_view type;
     std::uint32_t flags = 0;
 };
-ItemAttributes readItemAttributes(ElementSource& source, std::string_view element,
-                                  ElementAttributes const& attributes);
+ItemAttributes readItemAttributes(ElementSource& source, std::string_view element, ElementAttributes const& attributes);
 
 /// Of a port or member.
 struct PortAttributes {
@@ -46,7 +45,6 @@ struct PortAttributes {
     std::optional<std::string_view> internalValues;
     std::optional<std::string_view> externalValues;
 };
-PortAttributes readPortAttributes(ElementSource& source, std::string_view element,
-                                  ElementAttributes const& attributes);
+PortAttributes readPortAttributes(ElementSource& source, std::string_view element, ElementAttributes const& attributes);
 
 } // namespace TAV_marlo_v1

@@ -79,7 +79,7 @@ inline std::size_t characterLength(char const* at, char const* end) noexcept
 inline bool isNonCharacter(char const* at) noexcept
 {
     return static_cast<unsigned char>(at[0]) == 0xEF && static_cast<unsigned char>(at[1]) == 0xBF
-        && static_cast<unsigned char>(at[2]) >= 0xBE;
+           && static_cast<unsigned char>(at[2]) >= 0xBE;
 }
 
 } // namespace TAV_marlo_v1::detail

@@ -225,7 +225,8 @@ void XmlSink::appendEscaped(std::string_view bytes)
             break;
         default:
             if (std::size_t const length = detail::characterLength(at, end);
-                length == 0 || (length == 3 && detail::isNonCharacter(at))) {
+                length == 0 || (length == 3 && detail::isNonCharacter(at)))
+            {
                 appendRaw(kReplacement);
                 at += std::max<std::size_t>(length, 1);
             } else {

@@ -37,7 +37,10 @@ public:
 
     std::size_t depth() const noexcept { return m_open.size(); }
     /// What was written so far; lives until the next write.
-    std::string_view bytes() const noexcept { return {m_begin.get(), static_cast<std::size_t>(m_cursor - m_begin.get())}; }
+    std::string_view bytes() const noexcept
+    {
+        return {m_begin.get(), static_cast<std::size_t>(m_cursor - m_begin.get())};
+    }
 
 private:
     enum Place { InText, InAttribute };
@@ -70,9 +73,9 @@ private:
     char* m_cursor = nullptr;
     char* m_limit = nullptr;
     std::vector<Open> m_open;
-    bool m_startTagOpen = false;      // the ">" of the last start tag is still to come
-    bool m_justStarted = false;       // nothing but the start tag was written since
-    bool m_wroteCharacters = false;   // character data precedes: a line break would become content
+    bool m_startTagOpen = false;    // the ">" of the last start tag is still to come
+    bool m_justStarted = false;     // nothing but the start tag was written since
+    bool m_wroteCharacters = false; // character data precedes: a line break would become content
 };
 
 } // namespace TAV_marlo_v1

@@ -15,7 +15,7 @@ namespace TAV_marlo_v1 {
 namespace {
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr XML_Char kNameSpaceSeparator = '\f'; // no XML text can hold one
+constexpr XML_Char kNameSpaceSeparator = '\f';          // no XML text can hold one
 constexpr std::size_t kMaxChunk = std::size_t(1) << 30; // what one call of the parser takes
 
 struct ParserCloser {
@@ -76,9 +76,7 @@ struct XmlSource::Callbacks {
 
     static void XMLCALL characters(void* data, XML_Char const* part, int size)
     {
-        guarded(data, [=](XmlSource& source) {
-            source.m_handler.characters({part, static_cast<std::size_t>(size)});
-        });
+        guarded(data, [=](XmlSource& source) { source.m_handler.characters({part, static_cast<std::size_t>(size)}); });
     }
 
     static void XMLCALL declaration(void* data, XML_Char const* version, XML_Char const* encoding, int)

@@ -29,7 +29,6 @@ public:
     /// Which of the two reads: for tests, which compare them.
     enum Road { eShortest, eParser };
 
-
     explicit XmlSource(ElementHandler& handler) noexcept
         : m_handler(handler)
     {

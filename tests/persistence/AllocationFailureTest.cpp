@@ -65,12 +65,12 @@ TEST_F(ReadingWithoutMemory, ItemsAreAddedWholeOrNotAtAll)
         "</connections></sub_root>";
     StringArray nodes, annotations, sources;
     bool done = false;
-    long const failures = failEachAllocation(
-        [&] { done = inner->createItemsFromString(text, nodes, annotations, &sources); },
-        [&] {
-            expectUnchanged();
-            ASSERT_TRUE(nodes.empty() && annotations.empty() && sources.empty());
-        });
+    long const failures =
+        failEachAllocation([&] { done = inner->createItemsFromString(text, nodes, annotations, &sources); },
+                           [&] {
+                               expectUnchanged();
+                               ASSERT_TRUE(nodes.empty() && annotations.empty() && sources.empty());
+                           });
     EXPECT_TRUE(done);
     EXPECT_GT(failures, 100);
     EXPECT_EQ(textsOf(nodes), (std::vector<std::string>{"in", "a1", "d"}));
@@ -84,7 +84,8 @@ TEST_F(ReadingWithoutMemory, ContentsAreReplacedWholeOrNotAtAll)
     failEachAllocation(
         [&] {
             StatusStr const status = inner->restoreFromString(text.c_str());
-            tav_test::allocationsLeft = -1; // without memory for it, what happened is not told; it happened all the same
+            tav_test::allocationsLeft =
+                -1; // without memory for it, what happened is not told; it happened all the same
             restored = inner->saveToString(nullptr).toChar();
         },
         [&] { expectUnchanged(); });

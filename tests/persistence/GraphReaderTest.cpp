@@ -75,10 +75,7 @@ struct GraphReader : testing::Test {
         return errors.toChar();
     }
 
-    std::string warningsOf(AddRefWrapper<Node> const& node) const
-    {
-        return node->getMessagesByType(eWarning).toChar();
-    }
+    std::string warningsOf(AddRefWrapper<Node> const& node) const { return node->getMessagesByType(eWarning).toChar(); }
 
     StringArray createdNodes, createdAnnotations, sources;
 };
@@ -270,10 +267,11 @@ TEST_F(GraphReader, ValuesAreSplitAsTheTypeWantsIt)
         char const* type;
         char const* text;
         Names values;
-    } const cases[] = {{"one", "a;b", {"a;b"}}, {"one", "", {""}},          {"list", "", {}},
+    } const cases[] = {{"one", "a;b", {"a;b"}},        {"one", "", {""}},           {"list", "", {}},
                        {"list", ";a;;b;", {"a", "b"}}, {"none", "a;b", {"a", "b"}}, {"none", "", {""}}};
     for (auto const& [type, text, values] : cases) {
-        ASSERT_EQ(paste(subRoot(node("n", port("x", true, "type='" + std::string(type) + "' default_values='" + text + "'")))),
+        ASSERT_EQ(paste(subRoot(
+                      node("n", port("x", true, "type='" + std::string(type) + "' default_values='" + text + "'")))),
                   "");
         StringArray read;
         EXPECT_TRUE(top->nodes()[top->nodes().size() - 1]->inputs()[0u]->getPortDefaultValues(read));
@@ -312,7 +310,8 @@ TEST_F(GraphReader, MissingEndIsLeftOutWithAWarningAtTheOther)
     EXPECT_EQ(warningsOf(graph.topNode), "");
 
     top->createCompoundPort(eInput, "here", graph.type, {});
-    ASSERT_EQ(paste(subRoot("", "<connections><connection inner_input_port='here' input_port='gone.x'/></connections>")), "");
+    ASSERT_EQ(
+        paste(subRoot("", "<connections><connection inner_input_port='here' input_port='gone.x'/></connections>")), "");
     EXPECT_NE(warningsOf(graph.topNode).find("\"here\" is left out"), std::string::npos);
 }
 
@@ -347,7 +346,8 @@ TEST_F(GraphReader, EveryConnectionListComesBackInItsOrder)
     std::size_t at = 0;
     while ((at = turned.find("<connection ", at)) != std::string::npos) {
         std::size_t const begin = at + 12, end = turned.find("/>", begin), middle = turned.find("\" ", begin) + 1;
-        turned.replace(begin, end - begin, turned.substr(middle + 1, end - middle - 1) + " " + turned.substr(begin, middle - begin));
+        turned.replace(begin, end - begin,
+                       turned.substr(middle + 1, end - middle - 1) + " " + turned.substr(begin, middle - begin));
         at = end;
     }
     ASSERT_NE(turned, text);
@@ -379,9 +379,10 @@ TEST_F(GraphReader, ConnectionsWithTheCompoundsOwnPortsAreMadeWhenPasted)
 
 TEST_F(GraphReader, WatchPointsComeBackEnabledOrNot)
 {
-    std::string const text = subRoot(node("n", port("x", true) + port("y", true) + port("o", false)),
-                                     "<connections><connection output_port='n.o' input_port='n.x' watchpoint='yes'/>"
-                                     "<connection watchpoint='disabled' output_port='n.o' input_port='n.y'/></connections>");
+    std::string const text =
+        subRoot(node("n", port("x", true) + port("y", true) + port("o", false)),
+                "<connections><connection output_port='n.o' input_port='n.x' watchpoint='yes'/>"
+                "<connection watchpoint='disabled' output_port='n.o' input_port='n.y'/></connections>");
     ASSERT_EQ(paste(text), "");
     PortList const& inputs = top->nodes()["n"]->inputs();
     ASSERT_TRUE(inputs[0u]->getWatchPoint() && inputs[1u]->getWatchPoint());
@@ -412,10 +413,11 @@ TEST_F(GraphReader, PastedIONodeBringsThePortsThatTheCompoundLacks)
     top->createCompoundPort(eInput, "there", graph.type, {});
     top->innerInputs()[0u]->setPortDefaultValues(StringArray("mine"));
     std::string const text = subRoot(
-        node("in", port("there", false, "default_internal_values='other'")
-                       + port("new", false, "type='float' flag='4' default_internal_values='1' default_external_values='2'"),
+        node("in",
+             port("there", false, "default_internal_values='other'")
+                 + port("new", false, "type='float' flag='4' default_internal_values='1' default_external_values='2'"),
              "type='io' flag='8'")
-        + node("n", port("x", true)),
+            + node("n", port("x", true)),
         "<connections><connection inner_input_port='new' input_port='n.x'/></connections>");
     ASSERT_EQ(paste(text), "");
     EXPECT_EQ(namesOf(top->innerInputs()), (Names{"there", "new"}));
@@ -500,7 +502,9 @@ TEST_F(ChoosyGraph, RefusedItemTakesBackTheWholeReading)
     graph.container.getEditorNotifier().registerEditor(&atContainer);
     for (std::string const& text :
          {subRoot(io + node("n", port("y", false)) + node("bad", ""), link),
-          subRoot(io + node("n", port("y", false)), "<backdrops><tavBackdrop name='b'/><tavBackdrop name='bad'/></backdrops>" + link)}) {
+          subRoot(io + node("n", port("y", false)),
+                  "<backdrops><tavBackdrop name='b'/><tavBackdrop name='bad'/></backdrops>" + link)})
+    {
         String errors;
         EXPECT_FALSE(choosy->createItemsFromString(text.c_str(), createdNodes, createdAnnotations, &sources, &errors));
         EXPECT_NE(std::string(errors.toChar()).find("The compound \"choosy\" refuses the "), std::string::npos);
@@ -518,7 +522,8 @@ TEST_F(ChoosyGraph, RefusedItemTakesBackTheWholeReading)
 TEST_F(ChoosyGraph, ClassThatKeepsValuesItselfIsGivenThem)
 {
     String errors;
-    std::string const text = "<tavNode name='k' type='keeping'><ports>" + port("x", true, "default_values='a;b'") + "</ports></tavNode>";
+    std::string const text =
+        "<tavNode name='k' type='keeping'><ports>" + port("x", true, "default_values='a;b'") + "</ports></tavNode>";
     AddRefWrapper<Node> const made = choosy->createNodeFromString(text.c_str(), errors);
     ASSERT_TRUE(made) << errors.toChar();
     EXPECT_NE(std::string(made->saveToString(nullptr).toChar()).find("default_values=\"a;b\""), std::string::npos);

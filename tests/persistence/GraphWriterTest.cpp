@@ -98,7 +98,8 @@ TEST_F(GraphWriter, EverythingAPortAndItsOwnersCanHold)
     AddRefWrapper<Port> const member = fanIn->children()->addPort("m.1", float3, eNoPortFlags);
     member->setPortDefaultValues(arrayOf({"a", "b"}));
     node->createNodePort(eOutput, "empty fan", nullptr, PortProperties(eFanIn, {}, {}));
-    for (auto const& [type, name] : {std::pair(Annotation::eStickyNote, "note"), std::pair(Annotation::eBackdrop, "drop")})
+    for (auto const& [type, name] :
+         {std::pair(Annotation::eStickyNote, "note"), std::pair(Annotation::eBackdrop, "drop")})
         box->createCompoundAnnotation(type, name)->addMetadata("text", name);
     box->innerOutputs()[0u]->addConnection(member, false);
 
@@ -155,8 +156,9 @@ TEST_F(GraphWriter, ModeSelectsTheConnections)
     Lines const nodes = {R"(output_port="b.y" input_port="c.x")", R"(output_port="b.y" inner_output_port="o")",
                          R"(input_port="b.x" output_port="a.y")", R"(inner_input_port="i" input_port="a.x")"};
     Lines all = nodes, allButThrough = nodes;
-    all.insert(all.end(), {R"(inner_input_port="i" inner_output_port="o")", R"(inner_output_port="o" output_port="b.y")",
-                           R"(inner_output_port="o" inner_input_port="i")"});
+    all.insert(all.end(),
+               {R"(inner_input_port="i" inner_output_port="o")", R"(inner_output_port="o" output_port="b.y")",
+                R"(inner_output_port="o" inner_input_port="i")"});
     allButThrough.push_back(R"(inner_output_port="o" output_port="b.y")");
     EXPECT_EQ(connectionsIn(items({"b"}, {}, eSaveAllConnections)), all);
     EXPECT_EQ(connectionsIn(items({"b"}, {}, eSaveAllButThroughConnections)), allButThrough);
@@ -226,14 +228,16 @@ TEST_F(GraphWriter, TextOfAHookIsLaidOutAnewWithinAnyOther)
         {"<?xml version='1.0'?><!-- c --><tavNode><?pi d?><value> a&lt; <![CDATA[<]]></value></tavNode>",
          "<!-- c -->\n<tavNode>\n    <?pi d?>\n    <value> a&lt; <![CDATA[<]]></value>\n</tavNode>"},
         {"<tavNode><p:q xmlns:p='u' p:r='1'/><ports><port name='a'></wrong>",
-         "<tavNode>\n    <p:q xmlns:p=\"u\" p:r=\"1\"/>\n    <ports>\n        <port name=\"a\"/>\n    </ports>\n</tavNode>"},
+         "<tavNode>\n    <p:q xmlns:p=\"u\" p:r=\"1\"/>\n    <ports>\n        <port name=\"a\"/>\n    "
+         "</ports>\n</tavNode>"},
         {"no markup", ""},
     };
     for (auto const& [text, copied] : cases) {
         AddRefWrapper<Node> const node(new WritingNode(nullptr, text));
         node->setName("w");
         ASSERT_TRUE(graph.top->nodes().add(node));
-        std::string const item = *copied ? "<node>\n            " + indented(copied, 12) + "\n        </node>" : "<node/>";
+        std::string const item =
+            *copied ? "<node>\n            " + indented(copied, 12) + "\n        </node>" : "<node/>";
         EXPECT_EQ(items({"w"}, {}, eSaveNoConnections),
                   "<sub_root>\n    <nodes>\n        " + item + "\n    </nodes>\n</sub_root>");
         graph.top->nodes().remove(node);
@@ -254,12 +258,14 @@ TEST_F(GraphWriter, HookMayBuildOnTheLibrarysText)
 TEST_F(GraphWriter, MetadataOfADerivedClass)
 {
     AddRefWrapper<Annotation> const own(new WritingAnnotation("<metadatas extra='1'></metadatas>"));
-    EXPECT_STREQ(own->saveToString().toChar(), "<tavBackdrop name=\"b\">\n    <metadatas extra=\"1\"/>\n</tavBackdrop>");
+    EXPECT_STREQ(own->saveToString().toChar(),
+                 "<tavBackdrop name=\"b\">\n    <metadatas extra=\"1\"/>\n</tavBackdrop>");
     AddRefWrapper<Annotation> const like(new WritingAnnotation(""));
     like->addMetadata("k", " ");
-    EXPECT_STREQ(like->saveToString().toChar(), "<tavBackdrop name=\"b\">\n    <metadatas>\n        <metadata name=\"k\">\n"
-                                                "            <value> </value>\n        </metadata>\n"
-                                                "    </metadatas>\n</tavBackdrop>");
+    EXPECT_STREQ(like->saveToString().toChar(),
+                 "<tavBackdrop name=\"b\">\n    <metadatas>\n        <metadata name=\"k\">\n"
+                 "            <value> </value>\n        </metadata>\n"
+                 "    </metadatas>\n</tavBackdrop>");
 }
 
 } // namespace

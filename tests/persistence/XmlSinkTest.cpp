@@ -17,9 +17,9 @@ using Random = std::mt19937;
 /// Pieces of text that a writer could get wrong: markup, white space, several scripts, an astral character.
 std::string randomText(Random& random)
 {
-    static char const* const pieces[] = {"a",  "value", "<",  ">",      "&",          "\"",           "'",
-                                         "\t", "\n",    " ",  "]]>",    "\xC3\xA4",   "\xE2\x82\xAC", "\xF0\x9F\x98\x80",
-                                         "{}", ";",     "&#", "\x7F",   "--",         "\xEF\xBF\xBD", "1.5"};
+    static char const* const pieces[] = {"a",  "value", "<",  ">",    "&",        "\"",           "'",
+                                         "\t", "\n",    " ",  "]]>",  "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x98\x80",
+                                         "{}", ";",     "&#", "\x7F", "--",       "\xEF\xBF\xBD", "1.5"};
     std::string text;
     for (unsigned left = random() % 6; left > 0; --left)
         text += pieces[random() % std::size(pieces)];
@@ -122,10 +122,11 @@ TEST(XmlSink, ReplacesWhatXmlCannotCarry)
         unsigned replacements;
     } const cases[] = {
         {"\x01", 1},         {"\x1F", 1},
-        {"\x80", 1},         {"\xC3", 1},          // a continuation alone, a character cut off
-        {"\xC0\xAF", 2},     {"\xE0\x80\x80", 3},  // overlong
+        {"\x80", 1},         {"\xC3", 1},             // a continuation alone, a character cut off
+        {"\xC0\xAF", 2},     {"\xE0\x80\x80", 3},     // overlong
         {"\xED\xA0\x80", 3}, {"\xF4\x90\x80\x80", 4}, // a surrogate, beyond the last character
-        {"\xEF\xBF\xBE", 1}, {"\xEF\xBF\xBF", 1},  {"\xFF", 1},
+        {"\xEF\xBF\xBE", 1}, {"\xEF\xBF\xBF", 1},
+        {"\xFF", 1},
     };
     for (auto const& [text, replacements] : cases) {
         std::string const& bytes = text; // a lambda below takes it, which a binding's name is not fit for
