@@ -91,7 +91,7 @@ bool GraphReader::read(char const* text, std::string_view root, StagedItems& ite
     m_items = &items;
     m_root = root;
     items.standInOwner = Node::createNew(m_container, m_target.getName());
-    items.standIn = makeCompound(items.standInOwner, {"", "", 0});
+    items.standIn = Compound::createNew(items.standInOwner, nullptr);
     replaceFlags<CompoundFlags>(*items.standIn, m_target.getFlags());
     m_graphs.push_back(std::make_unique<OpenGraph>(*items.standIn));
     graph().connections.standIn(items.innerWarnings);
@@ -310,7 +310,7 @@ AddRefWrapper<Node> GraphReader::makeNode(ItemAttributes const& item)
     NamedAccess::setText(*node, detail::SharedTextRef(item.name));
     NodeAccess::impl(*node).type = detail::SharedTextRef(item.type);
     replaceFlags<NodeFlags>(*node, flags);
-    if (!isKnown)
+    if (!isKnown && !item.type.empty()) // a node need not have a type
         warnOfType(*node, item.type, "the node is kept as it was saved.");
     return node;
 }
@@ -403,8 +403,7 @@ void GraphReader::enterCompound(ElementAttributes const& attributes)
 
 AddRefWrapper<Compound> GraphReader::makeCompound(AddRefWrapper<Node> const& owner, ItemAttributes const& item)
 {
-    Compound& parent = m_graphs.empty() ? m_target : maker();
-    AddRefWrapper<Compound> compound = parent.createBareCompound(owner, item.type.data());
+    AddRefWrapper<Compound> compound = maker().createBareCompound(owner, item.type.data());
     bool const isKnown = static_cast<bool>(compound);
     if (!isKnown)
         compound = Compound::createNew(owner, nullptr);

@@ -13,36 +13,50 @@ namespace TAV_marlo_v1 {
 
 namespace {
 
-/// Calls the owner for the ports of the list and their children; hooks may change the lists meanwhile.
-void handOverPorts(PortNotification& owner, PortList const& list)
+bool isLibraryClass(PortNotification const& owner)
+{
+    return typeid(owner) == typeid(Node) || typeid(owner) == typeid(Compound);
+}
+
+void handOverMetadata(PortNotification& owner, AddRefWrapper<Port> const& port, PropertyList const& metadata)
+{
+    for (unsigned i = 0; i < PropertyListAccess::pairCount(metadata); ++i) {
+        StringArray const& values = PropertyListAccess::values(metadata, i);
+        owner.onPortSetMetaDataValue(port, PropertyListAccess::key(metadata, i).data(),
+                                     values.empty() ? "" : values[0]);
+    }
+}
+
+/// Hooks may change the lists meanwhile.
+void handOverPorts(PortNotification const& owner, PortList const& list)
 {
     std::vector<AddRefWrapper<Port>> ports;
     PortAccess::impl(list).ports.forEach([&ports](Port& port) { ports.emplace_back(&port); });
     for (AddRefWrapper<Port> const& port : ports) {
-        if (port->getParent() != &owner)
-            continue;
-        if (StringArray const* const kept = PortAccess::values(*port)) {
-            StringArray const values(*kept);
-            owner.onPortSetDefaultValues(port, values);
-        }
-        if (PropertyList const* const kept = PortAccess::metadata(*port)) {
-            PropertyList const metadata(*kept);
-            for (unsigned i = 0; i < PropertyListAccess::pairCount(metadata); ++i) {
-                StringArray const& values = PropertyListAccess::values(metadata, i);
-                owner.onPortSetMetaDataValue(port, PropertyListAccess::key(metadata, i).data(),
-                                             values.empty() ? "" : values[0]);
-            }
-        }
-        if (AddRefWrapper<PortList> const children = port->children())
-            handOverPorts(owner, *children);
+        if (port->getParent() == &owner) // an IO node shows ports of another owner
+            handOver(*port);
     }
 }
 
 } // namespace
 
+void handOver(Port& port)
+{
+    PortNotification* const owner = port.getParent();
+    if (!owner || isLibraryClass(*owner))
+        return;
+    AddRefWrapper<Port> const kept(&port);
+    if (StringArray const* const values = PortAccess::values(port))
+        owner->onPortSetDefaultValues(kept, StringArray(*values)); // a copy: the hook may replace them
+    if (PropertyList const* const metadata = PortAccess::metadata(port))
+        handOverMetadata(*owner, kept, PropertyList(*metadata));
+    if (AddRefWrapper<PortList> const children = port.children())
+        handOverPorts(*owner, *children);
+}
+
 void handOver(Node& node)
 {
-    if (typeid(node) == typeid(Node))
+    if (isLibraryClass(node))
         return;
     handOverPorts(node, node.inputs());
     handOverPorts(node, node.outputs());
@@ -50,7 +64,7 @@ void handOver(Node& node)
 
 void handOver(Compound& compound)
 {
-    if (typeid(compound) == typeid(Compound))
+    if (isLibraryClass(compound))
         return;
     handOverPorts(compound, compound.innerInputs());
     handOverPorts(compound, compound.innerOutputs());

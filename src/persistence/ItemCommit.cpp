@@ -5,6 +5,7 @@
 #include "graph/NodeImpl.h"
 #include "graph/PortImpl.h"
 #include "host/NotifierAccess.h"
+#include "persistence/HandOver.h"
 #include "persistence/InnerConnections.h"
 
 #include <tav/Container.h>
@@ -96,6 +97,8 @@ bool ItemCommit::addCompoundPorts(PortIOType outsideType)
         m_addedPorts.emplace_back(&inner, inside);
         if (!inner.add(inside))
             return refuse("port", inside->getName());
+        handOver(*outside);
+        handOver(*inside);
     }
     return true;
 }

@@ -154,7 +154,10 @@ void XmlSource::readAll()
         XML_Error const error = XML_GetErrorCode(parser);
         if (error == XML_ERROR_NO_MEMORY)
             throw std::bad_alloc();
-        fail(XML_ErrorString(error), "well-formed XML");
+        if (error == XML_ERROR_NO_ELEMENTS)
+            fail("the end of the text", "an element or an end tag");
+        else
+            fail(XML_ErrorString(error), "well-formed XML");
         return;
     } while (!rest.empty());
 }

@@ -142,10 +142,10 @@ TEST_F(GraphReader, ErrorsSayWhereWhatAndWhatInstead)
         std::string text;
         char const* error;
     } const cases[] = {
-        {"", "line 1, column 1: found no element found, expected well-formed XML"},
+        {"", "line 1, column 1: found the end of the text, expected an element or an end tag"},
         {"\n <node/>", "line 2, column 2: found element \"node\", expected element \"sub_root\""},
         {"<tavNode name='n'/>", "line 1, column 1: found element \"tavNode\", expected element \"sub_root\""},
-        {"<sub_root>", "line 1, column 11: found no element found, expected well-formed XML"},
+        {"<sub_root>", "line 1, column 11: found the end of the text, expected an element or an end tag"},
         {"<sub_root><nodes>\n<node></node></nodes></sub_root>",
          "line 2, column 7: found an empty element \"node\", expected element \"tavNode\" in it"},
         {"<sub_root><nodes><compound><tavNode name='n'/></compound></nodes></sub_root>",
@@ -187,7 +187,7 @@ TEST_F(GraphReader, NullAndWrongRootChangeNothingAnywhere)
 {
     std::string const before = saved();
     String errors;
-    EXPECT_EQ(paste(""), "line 1, column 1: found no element found, expected well-formed XML");
+    EXPECT_EQ(paste(""), "line 1, column 1: found the end of the text, expected an element or an end tag");
     EXPECT_FALSE(top->createItemsFromString(nullptr, createdNodes, createdAnnotations));
     EXPECT_FALSE(top->createNodeFromString(nullptr, errors));
     EXPECT_STREQ(errors.toChar(), "line 1, column 1: found no text, expected element \"tavNode\"");
@@ -243,7 +243,10 @@ TEST_F(GraphReader, DepthIsReadUpToItsLimit)
 
 TEST_F(GraphReader, UnknownTypesAreKeptWithAWarning)
 {
-    std::string const text = dataText("everything.xml");
+    std::string text = dataText("everything.xml");
+    std::size_t const fanAt = text.find("name=\"fan\" type=\"");
+    ASSERT_NE(fanAt, std::string::npos);
+    text.insert(fanAt + 17, "gone");
     ASSERT_EQ(restore(text), "");
     EXPECT_EQ(saved(), text);
     AddRefWrapper<Node> const fan = top->nodes()["fan"];
@@ -256,7 +259,7 @@ TEST_F(GraphReader, UnknownTypesAreKeptWithAWarning)
 
     ASSERT_EQ(paste(subRoot(node("m", port("x", true, "type='float3'")))), "");
     EXPECT_EQ(top->nodes()["m"]->inputs()[0u]->getDataType(), type) << "one object for each name";
-    EXPECT_EQ(warningsOf(fan), " - fan: The type \"\" is not known here; the node is kept as it was saved.");
+    EXPECT_EQ(warningsOf(fan), " - fan: The type \"gone\" is not known here; the node is kept as it was saved.");
 }
 
 TEST_F(GraphReader, ValuesAreSplitAsTheTypeWantsIt)

@@ -80,7 +80,7 @@ TEST(XmlSource, ErrorsTellLineColumnFoundAndExpected)
         {"<a>\r\n\r<stop/></a>", "line 3, column 1: found \"stop\", expected another"},
         {"\xEF\xBB\xBF<stop/>", "line 1, column 1: found \"stop\", expected another"},
         {"<a>\xC3\xA4\xE2\x82\xAC<stop/></a>", "line 1, column 6: found \"stop\", expected another"},
-        {"", "line 1, column 1: found no element found, expected well-formed XML"},
+        {"", "line 1, column 1: found the end of the text, expected an element or an end tag"},
         {"<a>\n<b></a>", "line 2, column 6: found mismatched tag, expected well-formed XML"},
         {"<!DOCTYPE a><a/>", "line 1, column 1: found a document type declaration, expected an element"},
         {"<?xml version='1.0' encoding='ISO-8859-1'?><a/>",
