@@ -39,7 +39,7 @@ void NodeNames::place(std::size_t entry) noexcept
 {
     std::string_view const name = m_entries[entry].name->view();
     std::uint64_t const hash = hashOf(name);
-    if (find(hash, name))
+    if (find(hash, name) != kNone)
         return;
     std::size_t const mask = m_slots.size() - 1;
     std::size_t i = hash & mask;
@@ -48,17 +48,17 @@ void NodeNames::place(std::size_t entry) noexcept
     m_slots[i] = {static_cast<std::uint32_t>(entry + 1), static_cast<std::uint32_t>(hash >> 32)};
 }
 
-Node* NodeNames::find(std::uint64_t hash, std::string_view name) const noexcept
+std::size_t NodeNames::find(std::uint64_t hash, std::string_view name) const noexcept
 {
     if (m_slots.empty())
-        return nullptr;
+        return kNone;
     std::size_t const mask = m_slots.size() - 1;
     for (std::size_t i = hash & mask; m_slots[i].entry != 0; i = (i + 1) & mask) {
-        Entry const& entry = m_entries[m_slots[i].entry - 1];
-        if (m_slots[i].hash == static_cast<std::uint32_t>(hash >> 32) && entry.name->view() == name)
-            return entry.node;
+        std::size_t const entry = m_slots[i].entry - 1;
+        if (m_slots[i].hash == static_cast<std::uint32_t>(hash >> 32) && m_entries[entry].name->view() == name)
+            return entry;
     }
-    return nullptr;
+    return kNone;
 }
 
 // ---- ends
@@ -68,14 +68,20 @@ Port* ConnectionReader::resolve(End const& end)
     return end.kind == eNodeOutput || end.kind == eNodeInput ? resolveOnNode(end) : resolveInner(end);
 }
 
+/// Names may hold dots, so a path may fit several ports: the one on the node that comes first is meant.
 Port* ConnectionReader::resolveOnNode(End const& end)
 {
-    Port* port = nullptr;
-    m_nodes.forEachPrefix(end.path, [&](Node& node, std::string_view rest) {
-        port = findPort(end.kind == eNodeOutput ? node.outputs() : node.inputs(), rest);
-        return port != nullptr;
+    Port* found = nullptr;
+    std::size_t foundPlace = NodeNames::kNone;
+    m_nodes.forEachPrefix(end.path, [&](Node& node, std::size_t place, std::string_view rest) {
+        if (place >= foundPlace)
+            return;
+        if (Port* const port = findPort(end.kind == eNodeOutput ? node.outputs() : node.inputs(), rest)) {
+            found = port;
+            foundPlace = place;
+        }
     });
-    return port;
+    return found;
 }
 
 Port* ConnectionReader::resolveInner(End const& end)

@@ -27,22 +27,23 @@ public:
     /// The name must live as long as this object. Of two equal names the first counts.
     void add(detail::SharedText const& name, Node& node) { m_entries.push_back({&name, &node}); }
 
-    /// Calls back with each node whose name is followed by "." in the path, and with what stands behind
-    /// that, shortest name first, until the callback answers true. @return whether it did
+    /// Calls back with each node whose name is followed by "." in the path, with its place in the text and
+    /// with what stands behind the ".".
     template <class Visit>
-    bool forEachPrefix(std::string_view path, Visit const& visit)
+    void forEachPrefix(std::string_view path, Visit const& visit)
     {
         index();
         std::uint64_t hash = kFirstHash;
         for (std::size_t i = 0; i < path.size(); ++i) {
             if (path[i] == '.') {
-                if (Node* const node = find(hash, path.substr(0, i)); node && visit(*node, path.substr(i + 1)))
-                    return true;
+                if (std::size_t const place = find(hash, path.substr(0, i)); place != kNone)
+                    visit(*m_entries[place].node, place, path.substr(i + 1));
             }
             hash = addToHash(hash, path[i]);
         }
-        return false;
     }
+
+    static constexpr std::size_t kNone = ~std::size_t(0);
 
 private:
     struct Entry {
@@ -64,7 +65,8 @@ private:
     /// Takes up the entries that were added since the last look-up.
     void index();
     void place(std::size_t entry) noexcept;
-    Node* find(std::uint64_t hash, std::string_view name) const noexcept;
+    /// The place of that name, or kNone.
+    std::size_t find(std::uint64_t hash, std::string_view name) const noexcept;
 
     std::vector<Entry> m_entries;
     std::size_t m_indexed = 0;

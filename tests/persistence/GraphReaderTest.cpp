@@ -297,6 +297,18 @@ TEST_F(GraphReader, NamesWithDotsLeadToTheRightPort)
     EXPECT_EQ(connectionsOf(top->nodes()["o"]->outputs()[0u]), (Names{"a.b.c", "a.q.r", "a.b.p.q.r"}));
 }
 
+TEST_F(GraphReader, PathThatFitsTwoPortsMeansTheNodeThatComesFirst)
+{
+    for (bool const shortFirst : {true, false}) {
+        std::string const a = node("a", port("b.c", true)), ab = node("a.b", port("c", true));
+        std::string const link = "<connections><connection output_port='o.x' input_port='a.b.c'/></connections>";
+        ASSERT_EQ(restore(compound("", subRoot((shortFirst ? a + ab : ab + a) + node("o", port("x", false)), link))),
+                  "");
+        EXPECT_TRUE(top->nodes()[0u]->inputs()[0u]->isConnected());
+        EXPECT_FALSE(top->nodes()[1u]->inputs()[0u]->isConnected());
+    }
+}
+
 TEST_F(GraphReader, MissingEndIsLeftOutWithAWarningAtTheOther)
 {
     ASSERT_EQ(paste(subRoot(node("n", port("x", true) + port("u", true, "flag='32'") + port("o", false)),
