@@ -50,7 +50,8 @@ public:
     /// Whether the node's own compound is the given one or lies around it.
     static bool holds(Node const& node, Compound const& compound) noexcept;
     /// Puts the node into the list of a compound, under the next free name; all or nothing.
-    static void join(NodeList::Impl& list, Node& node, unsigned index);
+    /// @param nameIsFree the caller knows that no node in the list has that name
+    static void join(NodeList::Impl& list, Node& node, unsigned index, bool nameIsFree = false);
 
     /// Tells what happened to a node, by the node itself.
     static void notify(Node& node, ENodeChangeType type);

@@ -161,11 +161,15 @@ bool NodeAccess::holds(Node const& node, Compound const& compound) noexcept
     return false;
 }
 
-void NodeAccess::join(NodeList::Impl& list, Node& node, unsigned index)
+void NodeAccess::join(NodeList::Impl& list, Node& node, unsigned index, bool nameIsFree)
 {
     Node::Impl& record = impl(node);
     detail::SharedTextRef const former(NamedAccess::text(node));
-    detail::SharedTextRef const name(list.nodes.freeName(former.view()));
+    // A name that only this node holds is taken by no other. This spares a list that is being filled the
+    // look-up, and with it the index, until somebody looks for a name.
+    bool const isUnheard = !former.empty() && former->references() == 2; // the node and `former`
+    detail::SharedTextRef const name =
+        nameIsFree || isUnheard ? former : detail::SharedTextRef(list.nodes.freeName(former.view()));
     Compound::Impl& compound = CompoundAccess::impl(*list.compound);
     bool const isIONode = node.testFlag(eAnyIO);
     if (isIONode)

@@ -9,7 +9,6 @@
 #include "persistence/TextWatchPoint.h"
 
 #include <algorithm>
-#include <bit>
 
 namespace TAV_marlo_v1 {
 
@@ -25,22 +24,29 @@ std::uint64_t NodeNames::hashOf(std::string_view name) noexcept
     return hash;
 }
 
-void NodeNames::index()
+bool NodeNames::add(detail::SharedText const& name, Node& node)
 {
-    if (2 * m_entries.size() > m_slots.size()) {
-        m_slots.assign(std::bit_ceil(4 * m_entries.size()), Slot());
-        m_indexed = 0;
-    }
-    for (; m_indexed < m_entries.size(); ++m_indexed)
-        place(m_indexed);
+    std::uint64_t const hash = hashOf(name.view());
+    if (find(hash, name.view()) != kNone)
+        return false;
+    if (2 * (m_entries.size() + 1) > m_slots.size())
+        grow();
+    m_entries.push_back({&name, &node});
+    place(hash, m_entries.size() - 1);
+    return true;
 }
 
-void NodeNames::place(std::size_t entry) noexcept
+void NodeNames::grow()
 {
-    std::string_view const name = m_entries[entry].name->view();
-    std::uint64_t const hash = hashOf(name);
-    if (find(hash, name) != kNone)
-        return;
+    std::size_t const size = std::max<std::size_t>(16, 4 * m_slots.size());
+    m_slots.clear();
+    m_slots.resize(size);
+    for (std::size_t i = 0; i < m_entries.size(); ++i)
+        place(hashOf(m_entries[i].name->view()), i);
+}
+
+void NodeNames::place(std::uint64_t hash, std::size_t entry) noexcept
+{
     std::size_t const mask = m_slots.size() - 1;
     std::size_t i = hash & mask;
     while (m_slots[i].entry != 0)

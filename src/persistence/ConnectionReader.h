@@ -21,18 +21,18 @@ class Node;
 class PortList;
 
 /// The nodes of one "sub_root" by the names they have in the text. A look-up that tries every prefix of
-/// a path takes one pass over it. A text without connections pays next to nothing.
+/// a path takes one pass over it.
 class NodeNames {
 public:
     /// The name must live as long as this object. Of two equal names the first counts.
-    void add(detail::SharedText const& name, Node& node) { m_entries.push_back({&name, &node}); }
+    /// @return whether the name is new
+    bool add(detail::SharedText const& name, Node& node);
 
     /// Calls back with each node whose name is followed by "." in the path, with its place in the text and
     /// with what stands behind the ".".
     template <class Visit>
-    void forEachPrefix(std::string_view path, Visit const& visit)
+    void forEachPrefix(std::string_view path, Visit const& visit) const
     {
-        index();
         std::uint64_t hash = kFirstHash;
         for (std::size_t i = 0; i < path.size(); ++i) {
             if (path[i] == '.') {
@@ -62,14 +62,12 @@ private:
     }
     static std::uint64_t hashOf(std::string_view name) noexcept;
 
-    /// Takes up the entries that were added since the last look-up.
-    void index();
-    void place(std::size_t entry) noexcept;
+    void grow();
+    void place(std::uint64_t hash, std::size_t entry) noexcept;
     /// The place of that name, or kNone.
     std::size_t find(std::uint64_t hash, std::string_view name) const noexcept;
 
     std::vector<Entry> m_entries;
-    std::size_t m_indexed = 0;
     std::vector<Slot> m_slots; // a power of two of them, at most half in use
 };
 
@@ -85,7 +83,8 @@ public:
     {
     }
 
-    void addNode(detail::SharedText const& name, Node& node) { m_nodes.add(name, node); }
+    /// @return whether no node of that name was added before
+    bool addNode(detail::SharedText const& name, Node& node) { return m_nodes.add(name, node); }
     /// The compound only stands in for another one: an inner port that it lacks is made, and what is
     /// to be said about the other one's inner ports is kept in `warnings`, which must outlive this object.
     struct InnerWarning {

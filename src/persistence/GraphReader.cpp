@@ -371,19 +371,23 @@ void GraphReader::leaveNode()
 /// Puts a node that is complete to where it belongs.
 void GraphReader::place(AddRefWrapper<Node> const& node)
 {
-    detail::SharedTextRef const name(NamedAccess::text(*node)); // joining a graph may change it
-    Compound& compound = *graph().compound;
+    // Joining a graph may change the name. Who holds it then, this node or the one that it gave way to,
+    // keeps the text alive.
+    detail::SharedText const& name = NamedAccess::text(*node);
+    bool const isNew = graph().connections.addNode(name, *node);
     if (isStaging()) {
         m_items->nodes.push_back(node);
         m_items->sourceNames.add(name.chars());
-    } else {
-        NodeList::Impl& list = NodeAccess::impl(compound.nodes());
-        NodeAccess::join(list, *node, list.nodes.size());
-        if (node->testFlag(eAnyIO) && !compound.testFlag(eNoIOPortFill))
-            CompoundAccess::fillIONode(compound, *node);
+        return;
     }
-    // Who holds the name now, this node or the one that it gave way to, keeps the text alive.
-    graph().connections.addNode(*name, *node);
+    Compound& compound = *graph().compound;
+    NodeList::Impl& list = NodeAccess::impl(compound.nodes());
+    // As long as every node has the name that it has in the text, a new one is free.
+    NodeAccess::join(list, *node, list.nodes.size(), isNew && graph().joinedAsNamed == list.nodes.size());
+    if (&NamedAccess::text(*node) == &name)
+        ++graph().joinedAsNamed;
+    if (node->testFlag(eAnyIO) && !compound.testFlag(eNoIOPortFill))
+        CompoundAccess::fillIONode(compound, *node);
 }
 
 // ---- compounds

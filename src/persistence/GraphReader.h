@@ -77,6 +77,7 @@ private:
         Compound* compound;
         ConnectionReader connections;
         NodeFlags ioNodes = eNoNodeFlags; // the kinds that were read
+        unsigned joinedAsNamed = 0;       // nodes in the compound under the names that they have in the text
     };
 
     /// What the ports of the open "tavNode" are.

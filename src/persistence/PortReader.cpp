@@ -30,6 +30,13 @@ Port& appendNew(PortList& list, std::string_view name, AddRefWrapper<PortDataTyp
     return *port;
 }
 
+/// The exposure is that of the other side of a compound port, where there is one already.
+void keepExposureInStep(Port& port)
+{
+    if (Port const* const twin = PortAccess::twin(port))
+        PortAccess::setFlags(port, eExposed, PortAccess::hasFlag(*twin, eExposed));
+}
+
 Port* findChild(Port const& port, std::string_view name)
 {
     PortList const* const children = PortAccess::impl(port).children.get();
@@ -170,7 +177,9 @@ void PortReader::enterChild(ElementAttributes const& attributes)
     Port* const known = parent.isNew ? nullptr : findChild(*parent.port, child.name);
     if (known)
         update(*known, child);
-    enterPort(known ? *known : append(*parent.port->createChildrenList(), child), !known);
+    Port& port = known ? *known : append(*parent.port->createChildrenList(), child);
+    keepExposureInStep(port);
+    enterPort(port, !known);
 }
 
 /// A member stands under "ports" too, whole; here it is only made when a filter kept it out there.
@@ -224,6 +233,7 @@ void PortReader::update(Port& port, PortAttributes const& attributes)
 {
     PortAccess::setFlags(port, PortAccess::flags(port), false);
     applyFlags(port, attributes.flags);
+    keepExposureInStep(port);
     if (attributes.internalValues || attributes.values)
         setValues(port, attributes.internalValues ? *attributes.internalValues : *attributes.values);
     else

@@ -58,8 +58,9 @@ TEST(OrderedListAgainstArray, AgreesAfterEveryRandomChange)
             auto const first = std::find(model.begin(), model.end(), model[index]) - model.begin();
             ASSERT_EQ(list.indexOf(model[index]), static_cast<unsigned>(first));
         }
-        if (step % 500 == 0)
+        if (step % 500 == 0) {
             ASSERT_EQ(contentsOf(list), model);
+        }
     }
     ASSERT_EQ(contentsOf(list), model);
     for (unsigned i = 0; i < list.size(); ++i)

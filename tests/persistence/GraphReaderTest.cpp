@@ -423,6 +423,14 @@ TEST_F(GraphReader, IONodesShowTheCompoundsPortsAndGiveTheirFlags)
     EXPECT_EQ(saved(), text);
 }
 
+TEST_F(GraphReader, ExposureIsTheOutsidesWhateverTheIONodeSays)
+{
+    std::string const io = node("in", port("p", false, "flag='4'") + port("q", false, "flag='0'"), "flag='8'");
+    ASSERT_EQ(restore(compound(port("p", true, "flag='0'") + port("q", true, "flag='4'"), subRoot(io))), "");
+    EXPECT_EQ(top->innerInputs()[0u]->getFlags(), eNoPortFlags);
+    EXPECT_EQ(top->innerInputs()[1u]->getFlags(), eExposed);
+}
+
 TEST_F(GraphReader, PastedIONodeBringsThePortsThatTheCompoundLacks)
 {
     top->createCompoundPort(eInput, "there", graph.type, {});
