@@ -88,7 +88,9 @@ bool Annotation::setAnnotationMetaDataValue(char const* key, char const* value)
     return setMetadataValue(key, value);
 }
 
-void Annotation::onThisAnnotationDeleted() {}
+void Annotation::onThisAnnotationDeleted()
+{
+}
 
 void Annotation::onMetadataChanged()
 {

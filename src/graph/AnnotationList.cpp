@@ -19,9 +19,8 @@ AnnotationList::AnnotationList()
 AnnotationList::AnnotationList(AnnotationList const& other)
     : AnnotationList()
 {
-    other.m_impl->annotations.forEach([this](Annotation& annotation) {
-        m_impl->annotations.insert(m_impl->annotations.size(), &annotation);
-    });
+    other.m_impl->annotations.forEach(
+        [this](Annotation& annotation) { m_impl->annotations.insert(m_impl->annotations.size(), &annotation); });
 }
 
 AnnotationList::AnnotationList(AnnotationList&& other) noexcept

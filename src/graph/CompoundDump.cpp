@@ -44,8 +44,8 @@ void dumpNode(Node const& node, unsigned index, StringArray& lines)
 {
     Compound const* const compound = node.getParentCompound();
     lines.add("====================================");
-    lines.add(("NODE #" + std::to_string(index) + " of compound " + quoted(compound ? compound->getName() : ""))
-                  .c_str());
+    lines.add(
+        ("NODE #" + std::to_string(index) + " of compound " + quoted(compound ? compound->getName() : "")).c_str());
     lines.add((std::string("name: ") + node.getFullPathName().getName()).c_str());
     dumpPorts(node.inputs(), "inputs", lines);
     dumpPorts(node.outputs(), "outputs", lines);

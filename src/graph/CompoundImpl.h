@@ -31,8 +31,8 @@ struct Compound::Impl {
     AddRefWrapper<PortList> innerInputs;
     AddRefWrapper<PortList> innerOutputs;
     AnnotationList annotations;
-    MessageCounts messageCounts{};  // of the nodes in here, at any depth
-    std::vector<Node*> ioNodes;     // those among the nodes, in no order; not owned
+    MessageCounts messageCounts{}; // of the nodes in here, at any depth
+    std::vector<Node*> ioNodes;    // those among the nodes, in no order; not owned
     std::unique_ptr<StrayItems> strays;
 };
 

@@ -78,8 +78,7 @@ AddRefWrapper<Port> Compound::createLinkedPort(AddRefWrapper<Port> const& port, 
     PortProperties const properties(kept->getFlags() & ~(eDetached | eFanIn | eReconnecting | eUnconnectable),
                                     kept->getOptions(), defaults);
     PortIOType const ioType = kept->getPortIOType();
-    unsigned const index =
-        createCompoundPort(ioType, name ? name : kept->getName(), kept->getDataType(), properties);
+    unsigned const index = createCompoundPort(ioType, name ? name : kept->getName(), kept->getDataType(), properties);
     AddRefWrapper<Node> const owner = getAsNode();
     AddRefWrapper<Port> const outside =
         index == kNotFound || !owner ? nullptr : CompoundAccess::outerList(*owner, ioType)[index];

@@ -116,8 +116,8 @@ AddRefWrapper<Node> Compound::createBareNode(char const* typeName, NodeFlags fla
     AddRefWrapper<Node> const owner = getAsNode();
     Container* const container = owner ? owner->getContainer() : nullptr;
     Runtime* const runtime = container ? container->getRuntime() : nullptr;
-    bool const isKnown = (flags & eAnyIO) != eNoNodeFlags
-                         || (runtime && runtime->getNodeDefinitionFromPresetPath(typeName));
+    bool const isKnown =
+        (flags & eAnyIO) != eNoNodeFlags || (runtime && runtime->getNodeDefinitionFromPresetPath(typeName));
     return isKnown ? Node::createNew(container, nullptr) : AddRefWrapper<Node>();
 }
 

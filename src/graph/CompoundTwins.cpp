@@ -94,8 +94,8 @@ AddRefWrapper<Port> Compound::getReversePort(AddRefWrapper<Port> const& port) co
     if (!port)
         return {};
     PortNotification const* const owner = port->getParent();
-    bool const isMine = PortAccess::asCompound(owner) == this
-                        || (m_impl->owner && PortAccess::asNode(owner) == m_impl->owner);
+    bool const isMine =
+        PortAccess::asCompound(owner) == this || (m_impl->owner && PortAccess::asNode(owner) == m_impl->owner);
     return AddRefWrapper<Port>(isMine ? PortAccess::twin(*port) : nullptr);
 }
 

@@ -159,8 +159,7 @@ void ConsistencyCheck::checkConnections(Port const& port, std::string const& pat
     }
 }
 
-void ConsistencyCheck::checkTwins(Compound const& compound, Node const& owner, PortIOType type,
-                                  std::string const& path)
+void ConsistencyCheck::checkTwins(Compound const& compound, Node const& owner, PortIOType type, std::string const& path)
 {
     PortList const& outer = type == eInput ? owner.inputs() : owner.outputs();
     PortList const& inner = type == eInput ? compound.innerInputs() : compound.innerOutputs();
@@ -174,9 +173,7 @@ void ConsistencyCheck::checkTwins(Compound const& compound, Node const& owner, P
 
 void ConsistencyCheck::checkTwinPair(Port const& outside, Port const& inside, std::string const& path)
 {
-    auto const sameList = [](PropertyList const* a, PropertyList const* b) {
-        return a && b ? *a == *b : a == b;
-    };
+    auto const sameList = [](PropertyList const* a, PropertyList const* b) { return a && b ? *a == *b : a == b; };
     std::string const portPath = path + "." + outside.getName();
     require(&NamedAccess::text(outside) == &NamedAccess::text(inside), portPath,
             "its two sides differ in name or order");

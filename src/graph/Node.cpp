@@ -346,7 +346,9 @@ bool Node::isFanInSupported(AddRefWrapper<Port> const&) const
     return true;
 }
 
-void Node::setInteractionMode(bool) {}
+void Node::setInteractionMode(bool)
+{
+}
 
 bool Node::portIsPersistable(AddRefWrapper<Port> const&) const
 {

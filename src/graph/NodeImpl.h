@@ -20,7 +20,7 @@ struct Node::Impl {
     AddRefWrapper<PortList> inputs;
     AddRefWrapper<PortList> outputs;
     Compound* parent = nullptr;
-    bool isStray = false; // names a parent without standing in its list: the compound keeps a note of it
+    bool isStray = false;           // names a parent without standing in its list: the compound keeps a note of it
     NodeList::Impl* home = nullptr; // the list of the parent compound, while the node stands in it
     AddRefWrapper<Compound> owned;
     detail::SharedTextRef type;

@@ -26,7 +26,7 @@ struct PortList::Impl {
     PortNotification* owner = nullptr;
     Port* parentPort = nullptr; // of a list of children
     PortIOType ioType = eInput;
-    bool isOwnersOwn = false; // a list of a Node or Compound itself, which lets go of it when it dies
+    bool isOwnersOwn = false;     // a list of a Node or Compound itself, which lets go of it when it dies
     Impl* presentation = nullptr; // the IO node's list that shows this one
     Impl* presented = nullptr;    // the inner list that this one shows
     Port* nextDoomed = nullptr;   // see Graveyard.h; used only while the port with these children dies
@@ -45,7 +45,10 @@ public:
     static PortList::Impl& impl(PortList& list) noexcept { return *list.m_impl; }
     static PortList::Impl const& impl(PortList const& list) noexcept { return *list.m_impl; }
     static Node* asNode(PortNotification const* owner) noexcept { return owner ? owner->m_asNode : nullptr; }
-    static Compound* asCompound(PortNotification const* owner) noexcept { return owner ? owner->m_asCompound : nullptr; }
+    static Compound* asCompound(PortNotification const* owner) noexcept
+    {
+        return owner ? owner->m_asCompound : nullptr;
+    }
 
     /// The flag word as stored, without asking the owner.
     static PortFlags flags(Port const& port) { return port.Flaggable<PortFlags>::getFlags(); }

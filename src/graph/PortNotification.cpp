@@ -21,42 +21,54 @@ bool PortNotification::onPortAddConnection(AddRefWrapper<Port> const&, AddRefWra
     return true;
 }
 
-void PortNotification::onPortConnectionAdded(AddRefWrapper<Port> const&, AddRefWrapper<Port> const&) {}
+void PortNotification::onPortConnectionAdded(AddRefWrapper<Port> const&, AddRefWrapper<Port> const&)
+{
+}
 
 bool PortNotification::onPortRemoveConnection(AddRefWrapper<Port> const&, AddRefWrapper<Port> const&)
 {
     return true;
 }
 
-void PortNotification::onPortConnectionRemoved(AddRefWrapper<Port> const&, AddRefWrapper<Port> const&) {}
+void PortNotification::onPortConnectionRemoved(AddRefWrapper<Port> const&, AddRefWrapper<Port> const&)
+{
+}
 
 bool PortNotification::onPortSetDataType(AddRefWrapper<Port> const&, AddRefWrapper<PortDataType> const&)
 {
     return true;
 }
 
-void PortNotification::onPortDataTypeChanged(AddRefWrapper<Port> const&, AddRefWrapper<PortDataType> const&) {}
+void PortNotification::onPortDataTypeChanged(AddRefWrapper<Port> const&, AddRefWrapper<PortDataType> const&)
+{
+}
 
 bool PortNotification::onPortListPortAdd(PortList const&, AddRefWrapper<Port> const&)
 {
     return true;
 }
 
-void PortNotification::onPortListPortAdded(PortList const&, AddRefWrapper<Port> const&) {}
+void PortNotification::onPortListPortAdded(PortList const&, AddRefWrapper<Port> const&)
+{
+}
 
 bool PortNotification::onPortListPortRemove(PortList const&, AddRefWrapper<Port> const&)
 {
     return true;
 }
 
-void PortNotification::onPortListPortRemoved(PortList const&, AddRefWrapper<Port> const&) {}
+void PortNotification::onPortListPortRemoved(PortList const&, AddRefWrapper<Port> const&)
+{
+}
 
 bool PortNotification::onPortListPortMove(PortList const&, unsigned, unsigned)
 {
     return true;
 }
 
-void PortNotification::onPortListPortMoved(PortList const&, unsigned, unsigned) {}
+void PortNotification::onPortListPortMoved(PortList const&, unsigned, unsigned)
+{
+}
 
 bool PortNotification::onPortCanSaveDefaultValues(AddRefWrapper<Port> const&) const
 {
@@ -68,25 +80,35 @@ bool PortNotification::onPortHandlesHierarchicValues(AddRefWrapper<Port> const&)
     return false;
 }
 
-void PortNotification::onPortValuesChanged(AddRefWrapper<Port> const&, StringArray const&) {}
+void PortNotification::onPortValuesChanged(AddRefWrapper<Port> const&, StringArray const&)
+{
+}
 
-void PortNotification::onPortValuesReset(AddRefWrapper<Port> const&) {}
+void PortNotification::onPortValuesReset(AddRefWrapper<Port> const&)
+{
+}
 
 bool PortNotification::onPortSetName(AddRefWrapper<Port> const&, char const*)
 {
     return true;
 }
 
-void PortNotification::onPortNameChanged(AddRefWrapper<Port> const&, char const*) {}
+void PortNotification::onPortNameChanged(AddRefWrapper<Port> const&, char const*)
+{
+}
 
 Namable PortNotification::onGetParentFullPathName() const
 {
     return Namable();
 }
 
-void PortNotification::onPortExposureChanged(AddRefWrapper<Port> const&, bool) {}
+void PortNotification::onPortExposureChanged(AddRefWrapper<Port> const&, bool)
+{
+}
 
-void PortNotification::onPortFanInStateChanged(AddRefWrapper<Port> const&, bool) {}
+void PortNotification::onPortFanInStateChanged(AddRefWrapper<Port> const&, bool)
+{
+}
 
 void PortNotification::onPortGetAcceptableMetadataValues(AddRefWrapper<Port> const&, char const*, StringArray&) const
 {
@@ -112,9 +134,13 @@ bool PortNotification::onPortRemoveWatchPoint(AddRefWrapper<Port> const&)
     return true;
 }
 
-void PortNotification::onPortSetFlag(AddRefWrapper<Port> const&, PortFlags) {}
+void PortNotification::onPortSetFlag(AddRefWrapper<Port> const&, PortFlags)
+{
+}
 
-void PortNotification::onPortClearFlag(AddRefWrapper<Port> const&, PortFlags) {}
+void PortNotification::onPortClearFlag(AddRefWrapper<Port> const&, PortFlags)
+{
+}
 
 bool PortNotification::onPortCanSetFlag(AddRefWrapper<Port> const&, PortFlags) const
 {

@@ -63,11 +63,16 @@ PELLumConnection* Instrumentable::getLUMConnection() const
 char const* Instrumentable::waypointName(Waypoints waypoint) const
 {
     switch (waypoint) {
-    case eEditorCreateWaypoint: return "TAV.EDITOR.CREATE";
-    case eEditorDestroyWaypoint: return "TAV.EDITOR.DESTROY";
-    case eGraphCreateWaypoint: return "TAV.GRAPH.CREATION";
-    case eNodeCreateWaypoint: return "TAV.GRAPH.NODE.CREATION";
-    case eContentBrowserWaypoint: return "TAV.GRAPH.BROWSER";
+    case eEditorCreateWaypoint:
+        return "TAV.EDITOR.CREATE";
+    case eEditorDestroyWaypoint:
+        return "TAV.EDITOR.DESTROY";
+    case eGraphCreateWaypoint:
+        return "TAV.GRAPH.CREATION";
+    case eNodeCreateWaypoint:
+        return "TAV.GRAPH.NODE.CREATION";
+    case eContentBrowserWaypoint:
+        return "TAV.GRAPH.BROWSER";
     }
     return nullptr;
 }
@@ -76,14 +81,22 @@ char const* Instrumentable::waypointAttributeName(WaypointAttributes attribute) 
 {
     switch (attribute) {
     case eEditorCreateId:
-    case eEditorDestroyId: return "TAV.EDITOR.ID"; // one name, so that the two can be matched
-    case eEditorDestroyDuration: return "TAV.EDITOR.USED_DURATION";
-    case eGraphCreateId: return "TAV.GRAPH.CREATION.ID";
-    case eNodeCreateGraphId: return "TAV.GRAPH.ID";
-    case eNodeCreateType: return "TAV.GRAPH.NODE.CREATION.TYPE";
-    case eNodeCreateMethod: return "TAV.GRAPH.NODE.CREATION.METHOD";
-    case eContentBrowserTemplate: return "TAV.GRAPH.BROWSER.SELECTED_TEMPLATE";
-    case eContentBrowserCategory: return "TAV.GRAPH.BROWSER.CATEGORY";
+    case eEditorDestroyId:
+        return "TAV.EDITOR.ID"; // one name, so that the two can be matched
+    case eEditorDestroyDuration:
+        return "TAV.EDITOR.USED_DURATION";
+    case eGraphCreateId:
+        return "TAV.GRAPH.CREATION.ID";
+    case eNodeCreateGraphId:
+        return "TAV.GRAPH.ID";
+    case eNodeCreateType:
+        return "TAV.GRAPH.NODE.CREATION.TYPE";
+    case eNodeCreateMethod:
+        return "TAV.GRAPH.NODE.CREATION.METHOD";
+    case eContentBrowserTemplate:
+        return "TAV.GRAPH.BROWSER.SELECTED_TEMPLATE";
+    case eContentBrowserCategory:
+        return "TAV.GRAPH.BROWSER.CATEGORY";
     }
     return nullptr;
 }

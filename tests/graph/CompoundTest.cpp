@@ -75,7 +75,7 @@ TEST_F(CompoundWithPorts, BothSidesReportTheirOwnChange)
     outside("x")->setPortMetaDataValue("uiName", "X");
     group->innerInputs().movePort(0, 1);
     EXPECT_EQ(editor.take(), Calls({"nodePort renamed x", "compoundPort renamed x", "nodePort metadataChanged x",
-                                                          "compoundPort metadataChanged x", "compoundPort moved x", "nodePort moved x"}));
+                                    "compoundPort metadataChanged x", "compoundPort moved x", "nodePort moved x"}));
     AddRefWrapper<Node> const io = graph.addIONode(*group, eInputIO, "io");
     editor.take();
     inside("x")->setPortDefaultValues(StringArray("1"));
@@ -94,10 +94,9 @@ TEST_F(CompoundWithPorts, DeletingAPortCutsBothSidesTellingAsItGoes)
     graph.container.getEditorNotifier().registerEditor(&editor);
     EXPECT_TRUE(group->deleteCompoundPort(inside("b")));
     EXPECT_FALSE(before->outputs()[0u]->isConnected() || within->inputs()[0u]->isConnected());
-    EXPECT_EQ(editor.take(),
-              Calls({"compoundConnection removed b in", "compoundPort disconnected b", "nodePort disconnected in",
-                                      "connection removed out b", "nodePort disconnected out", "nodePort disconnected b", "nodePort removed b",
-                                      "compoundPort removed b"}));
+    EXPECT_EQ(editor.take(), Calls({"compoundConnection removed b in", "compoundPort disconnected b",
+                                    "nodePort disconnected in", "connection removed out b", "nodePort disconnected out",
+                                    "nodePort disconnected b", "nodePort removed b", "compoundPort removed b"}));
     EXPECT_FALSE(group->deleteCompoundPort(within->inputs()[0u]));
 }
 
@@ -155,7 +154,9 @@ TEST_F(CompoundWithPorts, MakeConnectionNamesTheFirstPortThatIsMissing)
 {
     AddRefWrapper<Node> const within = graph.addNode("within", {"in"}, {"out"}, group.get());
     auto const message = [&](AddRefWrapper<Node> const& from, char const* out, AddRefWrapper<Node> const& to,
-                             char const* in) { return std::string(group->makeConnection(from, out, to, in).getErrorString()); };
+                             char const* in) {
+        return std::string(group->makeConnection(from, out, to, in).getErrorString());
+    };
     EXPECT_EQ(message({}, "x", within, "in"), "Missing first node in makeConnection");
     EXPECT_EQ(message(within, "out", {}, "in"), "Missing second node in makeConnection");
     EXPECT_EQ(message(within, "x", within, "y"), "Can't find port x on within in makeConnection");
@@ -180,9 +181,18 @@ TEST_F(CompoundWithPorts, SearchFindsEachConnectionOnce)
     StringArray both("one");
     both.add("two");
     both.add("absent");
-    struct Case { CnxType type; StringArray names; unsigned count; };
-    for (Case const& c : {Case{eAllCnx, both, 3}, {eInnerCnx, both, 1}, {eCrossingCnx, both, 2}, {eInputCnx, both, 2},
-                          {eOutputCnx, both, 2}, {eThroughCnx, {}, 1}, {eInnerCnx, StringArray("one"), 0},
+    struct Case {
+        CnxType type;
+        StringArray names;
+        unsigned count;
+    };
+    for (Case const& c : {Case{eAllCnx, both, 3},
+                          {eInnerCnx, both, 1},
+                          {eCrossingCnx, both, 2},
+                          {eInputCnx, both, 2},
+                          {eOutputCnx, both, 2},
+                          {eThroughCnx, {}, 1},
+                          {eInnerCnx, StringArray("one"), 0},
                           {eCrossingCnx, StringArray("one"), 2}})
         EXPECT_EQ(group->searchConnections(c.type, c.names).size(), c.count) << c.type;
     EXPECT_EQ(group->searchConnections(eThroughCnx, {})[0], CnxInfo(inside("b"), group->innerOutputs()["a"]));
@@ -255,13 +265,29 @@ TEST(DebugDump, ListsPortsConnectionsAndNestedCompounds)
     group->getAsNode()->inputs()[0u]->addConnection(a->outputs()[0u], false);
     StringArray lines("kept");
     graph.top->debug(lines);
-    EXPECT_EQ(textsOf(lines),
-              Names({"kept", "TAV Compound \"top\"", "0 Internal Inputs:", "0 Internal Outputs:", "0 Inputs:",
-                     "0 Outputs:", "2 nodes", "====================================", "NODE #0 of compound \"top\"",
-                     "name: /a", "0 inputs:", "1 outputs:", "#0:  \"out\" of type \"float\"",
-                     "  connected to \"p\" of node \"g\"", "TAV Compound \"g\"", "1 Internal Inputs:",
-                     "#0:  \"p\" of type \"float\"", "0 Internal Outputs:", "1 Inputs:",
-                     "#0:  \"p\" of type \"float\"", "  connected to \"out\" of node \"a\"", "0 Outputs:", "0 nodes"}));
+    EXPECT_EQ(textsOf(lines), Names({"kept",
+                                     "TAV Compound \"top\"",
+                                     "0 Internal Inputs:",
+                                     "0 Internal Outputs:",
+                                     "0 Inputs:",
+                                     "0 Outputs:",
+                                     "2 nodes",
+                                     "====================================",
+                                     "NODE #0 of compound \"top\"",
+                                     "name: /a",
+                                     "0 inputs:",
+                                     "1 outputs:",
+                                     "#0:  \"out\" of type \"float\"",
+                                     "  connected to \"p\" of node \"g\"",
+                                     "TAV Compound \"g\"",
+                                     "1 Internal Inputs:",
+                                     "#0:  \"p\" of type \"float\"",
+                                     "0 Internal Outputs:",
+                                     "1 Inputs:",
+                                     "#0:  \"p\" of type \"float\"",
+                                     "  connected to \"out\" of node \"a\"",
+                                     "0 Outputs:",
+                                     "0 nodes"}));
 }
 
 } // namespace

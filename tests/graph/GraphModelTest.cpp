@@ -98,7 +98,8 @@ public:
     std::vector<AddRefWrapper<Port>> keptPorts;
     std::vector<AddRefWrapper<Node>> keptNodes;
 
-    void tav_onConnectionChange(ECnxChangeType type, AddRefWrapper<Port> const& a, AddRefWrapper<Port> const& b) override
+    void tav_onConnectionChange(ECnxChangeType type, AddRefWrapper<Port> const& a,
+                                AddRefWrapper<Port> const& b) override
     {
         link(type, a.get(), b.get());
         link(type, b.get(), a.get());
@@ -109,7 +110,10 @@ public:
         tav_onConnectionChange(type, a, b);
     }
     void tav_onNodePortChange(EPortChangeType type, AddRefWrapper<Port> const& port) override { change(type, port); }
-    void tav_onCompoundPortChange(EPortChangeType type, AddRefWrapper<Port> const& port) override { change(type, port); }
+    void tav_onCompoundPortChange(EPortChangeType type, AddRefWrapper<Port> const& port) override
+    {
+        change(type, port);
+    }
 
     void tav_onNodeChange(ENodeChangeType type, AddRefWrapper<Compound> const& compound,
                           AddRefWrapper<Node> const& node) override
@@ -178,15 +182,26 @@ private:
             return;
         Picture::PortFacts const now = Picture::factsOf(*port);
         switch (type) {
-        case ePortRenamed: found->second.name = now.name; break;
-        case ePortDataTypeChanged: found->second.type = now.type; break;
+        case ePortRenamed:
+            found->second.name = now.name;
+            break;
+        case ePortDataTypeChanged:
+            found->second.type = now.type;
+            break;
         case ePortValuesChanged:
-        case ePortValuesReset: found->second.values = now.values; break;
-        case ePortMetadataChanged: found->second.metadata = now.metadata; break;
+        case ePortValuesReset:
+            found->second.values = now.values;
+            break;
+        case ePortMetadataChanged:
+            found->second.metadata = now.metadata;
+            break;
         case ePortFlagsChanged:
         case ePortExposureChanged:
-        case ePortFanInChanged: found->second.flags = now.flags; break;
-        default: break;
+        case ePortFanInChanged:
+            found->second.flags = now.flags;
+            break;
+        default:
+            break;
         }
     }
 
@@ -254,34 +269,108 @@ public:
         switch (below(26)) {
         case 0:
         case 1:
-        case 2: m_graph.addNode(name().c_str(), {"a", "b"}, {"out"}, &compound); break;
-        case 3: if (depth(compound) < 4) m_graph.addCompound(name().c_str(), &compound); break;
-        case 4: compound.nodes().remove(node); break;
-        case 5: if (node) node->setName(name().c_str()); break;
-        case 6: if (node) node->setMetadataValue("m", name().c_str()); break;
-        case 7: if (node && !node->isCompound() && !node->testFlag(eAnyIO)) node->createNodePort(static_cast<PortIOType>(below(2)), name().c_str(), m_types[0], PortProperties()); break;
-        case 8: if (port && !node->isCompound() && !node->testFlag(eAnyIO)) { port->removeAllConnections(); (port->getPortIOType() == eInput ? node->inputs() : node->outputs()).remove(port); } break;
-        case 9: if (port) port->setName(name().c_str()); break;
-        case 10: if (port) port->setDataType(m_types[below(2)]); break;
-        case 11: if (port) port->setPortDefaultValues(StringArray(name().c_str())); break;
-        case 12: if (port) port->resetPortDefaultValues(); break;
-        case 13: if (port) port->setPortMetaDataValue("key", below(3) ? name().c_str() : nullptr); break;
-        case 14: if (port) { if (below(2)) port->setFlag(eExposed); else port->clearFlag(eExposed); } break;
-        case 15: if (node && !node->testFlag(eAnyIO) && !node->isCompound() && node->inputs().size()) node->inputs().movePort(below(node->inputs().size()), below(node->inputs().size())); break;
+        case 2:
+            m_graph.addNode(name().c_str(), {"a", "b"}, {"out"}, &compound);
+            break;
+        case 3:
+            if (depth(compound) < 4)
+                m_graph.addCompound(name().c_str(), &compound);
+            break;
+        case 4:
+            compound.nodes().remove(node);
+            break;
+        case 5:
+            if (node)
+                node->setName(name().c_str());
+            break;
+        case 6:
+            if (node)
+                node->setMetadataValue("m", name().c_str());
+            break;
+        case 7:
+            if (node && !node->isCompound() && !node->testFlag(eAnyIO))
+                node->createNodePort(static_cast<PortIOType>(below(2)), name().c_str(), m_types[0], PortProperties());
+            break;
+        case 8:
+            if (port && !node->isCompound() && !node->testFlag(eAnyIO)) {
+                port->removeAllConnections();
+                (port->getPortIOType() == eInput ? node->inputs() : node->outputs()).remove(port);
+            }
+            break;
+        case 9:
+            if (port)
+                port->setName(name().c_str());
+            break;
+        case 10:
+            if (port)
+                port->setDataType(m_types[below(2)]);
+            break;
+        case 11:
+            if (port)
+                port->setPortDefaultValues(StringArray(name().c_str()));
+            break;
+        case 12:
+            if (port)
+                port->resetPortDefaultValues();
+            break;
+        case 13:
+            if (port)
+                port->setPortMetaDataValue("key", below(3) ? name().c_str() : nullptr);
+            break;
+        case 14:
+            if (port) {
+                if (below(2))
+                    port->setFlag(eExposed);
+                else
+                    port->clearFlag(eExposed);
+            }
+            break;
+        case 15:
+            if (node && !node->testFlag(eAnyIO) && !node->isCompound() && node->inputs().size())
+                node->inputs().movePort(below(node->inputs().size()), below(node->inputs().size()));
+            break;
         case 16:
         case 17:
-        case 18: if (node && second) connect(any(node->outputs()), any(second->inputs())); break;
-        case 19: if (compoundPort && node) connect(compoundPort, any(compoundPort->getPortIOType() == eOutput ? node->inputs() : node->outputs())); break;
-        case 20: if (port && port->isConnected()) port->removeConnection(any(port->connectedTo())); break;
-        case 21: compound.createCompoundPort(static_cast<PortIOType>(below(2)), name().c_str(), m_types[0], PortProperties()); break;
-        case 22: if (compoundPort && below(3) == 0) compound.deleteCompoundPort(compoundPort); else if (compoundPort) compoundPort->setName(name().c_str()); break;
-        case 23: if (compound.innerInputs().size()) compound.innerInputs().movePort(below(compound.innerInputs().size()), below(compound.innerInputs().size())); break;
-        case 24: if (below(3) == 0) m_graph.addIONode(compound, below(2) ? eInputIO : eOutputIO, name().c_str()); break;
+        case 18:
+            if (node && second)
+                connect(any(node->outputs()), any(second->inputs()));
+            break;
+        case 19:
+            if (compoundPort && node)
+                connect(compoundPort, any(compoundPort->getPortIOType() == eOutput ? node->inputs() : node->outputs()));
+            break;
+        case 20:
+            if (port && port->isConnected())
+                port->removeConnection(any(port->connectedTo()));
+            break;
+        case 21:
+            compound.createCompoundPort(static_cast<PortIOType>(below(2)), name().c_str(), m_types[0],
+                                        PortProperties());
+            break;
+        case 22:
+            if (compoundPort && below(3) == 0)
+                compound.deleteCompoundPort(compoundPort);
+            else if (compoundPort)
+                compoundPort->setName(name().c_str());
+            break;
+        case 23:
+            if (compound.innerInputs().size())
+                compound.innerInputs().movePort(below(compound.innerInputs().size()),
+                                                below(compound.innerInputs().size()));
+            break;
+        case 24:
+            if (below(3) == 0)
+                m_graph.addIONode(compound, below(2) ? eInputIO : eOutputIO, name().c_str());
+            break;
         case 25:
-            if (!annotation || below(3) == 0) compound.createCompoundAnnotation(Annotation::eBackdrop, name().c_str());
-            else if (below(3) == 0) compound.removeAnnotation(annotation);
-            else if (below(2)) annotation->setName(name().c_str());
-            else annotation->setMetadataValue("text", name().c_str());
+            if (!annotation || below(3) == 0)
+                compound.createCompoundAnnotation(Annotation::eBackdrop, name().c_str());
+            else if (below(3) == 0)
+                compound.removeAnnotation(annotation);
+            else if (below(2))
+                annotation->setName(name().c_str());
+            else
+                annotation->setMetadataValue("text", name().c_str());
             break;
         }
     }
@@ -319,8 +408,7 @@ private:
 
     void connect(AddRefWrapper<Port> const& a, AddRefWrapper<Port> const& b)
     {
-        if (a && b && a->getPortIOType() != b->getPortIOType()
-            && a->connectedTo().findPort(b) == kNotFound)
+        if (a && b && a->getPortIOType() != b->getPortIOType() && a->connectedTo().findPort(b) == kNotFound)
             a->addConnection(b, below(2) != 0);
     }
 
@@ -350,7 +438,8 @@ TEST(EditorThatKnowsOnlyWhatItIsTold, AlwaysAgreesWithTheGraph)
                 ChangeBracket const bracket(size > 1 ? &graph.container : nullptr);
                 for (unsigned i = 0; i < size; ++i) {
                     changes.step();
-                    ASSERT_EQ(problemsOf(*graph.top), std::vector<std::string>()) << "seed " << seed << " batch " << batch;
+                    ASSERT_EQ(problemsOf(*graph.top), std::vector<std::string>())
+                        << "seed " << seed << " batch " << batch;
                 }
             }
             Picture const truth = trueOf(graph);
@@ -359,7 +448,8 @@ TEST(EditorThatKnowsOnlyWhatItIsTold, AlwaysAgreesWithTheGraph)
             ASSERT_TRUE(keeper.picture.annotations == truth.annotations) << "seed " << seed << " batch " << batch;
             for (auto const& [port, facts] : truth.ports) {
                 ASSERT_EQ(keeper.picture.ports.count(port), 1u) << facts.name << " seed " << seed << " batch " << batch;
-                ASSERT_TRUE(keeper.picture.ports[port] == facts) << facts.name << " seed " << seed << " batch " << batch;
+                ASSERT_TRUE(keeper.picture.ports[port] == facts)
+                    << facts.name << " seed " << seed << " batch " << batch;
             }
         }
     }

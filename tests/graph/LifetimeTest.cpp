@@ -121,9 +121,8 @@ TEST(NotificationFromWithin, EditorMayChangeTheGraphWhileItIsTold)
     graph.container.getEditorNotifier().registerEditor(&editor);
     node->inputs()[0u]->setPortDefaultValues(StringArray("1"));
     graph.addNode("extra", {}, {});
-    EXPECT_EQ(editor.take(),
-              Calls({"nodePort valuesChanged in", "nodePort renamed renamed", "node added top extra",
-                               "node deleted top extra", "node removed top extra"}));
+    EXPECT_EQ(editor.take(), Calls({"nodePort valuesChanged in", "nodePort renamed renamed", "node added top extra",
+                                    "node deleted top extra", "node removed top extra"}));
     EXPECT_EQ(graph.top->nodes().size(), 1u);
 }
 
@@ -159,9 +158,9 @@ TEST(NotificationFromWithin, NodeThatLeftTheGraphStillTellsItsOwnEditors)
     node->setName("gone");
     EXPECT_TRUE(order.empty());
     graph.container.closeChangeBracket();
-    EXPECT_EQ(order, Calls({"graph: node renamed top gone", "graph: node deleted top gone",
-                                      "graph: node removed top gone", "node: node renamed top gone",
-                                      "node: node deleted top gone", "node: node renamed - gone"}));
+    EXPECT_EQ(order,
+              Calls({"graph: node renamed top gone", "graph: node deleted top gone", "graph: node removed top gone",
+                     "node: node renamed top gone", "node: node deleted top gone", "node: node renamed - gone"}));
 }
 
 } // namespace

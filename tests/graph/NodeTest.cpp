@@ -69,8 +69,8 @@ TEST_F(NodeInGraph, NamesStayUniqueLegalAndInStepWithTheCompound)
 
 TEST_F(NodeInGraph, OddNamesAreFoundByNameAndByPath)
 {
-    std::string const names[] = {"a/b", "a.b", ".", "/", "with blank", "\"q'", "日本語", "עברית", "😀",
-                                 std::string(1000000, 'n')};
+    std::string const names[] = {"a/b",  "a.b",    ".",     "/", "with blank",
+                                 "\"q'", "日本語", "עברית", "😀", std::string(1000000, 'n')};
     for (std::string const& name : names) {
         AddRefWrapper<Compound> const compound = graph.addCompound(name.c_str());
         AddRefWrapper<Node> const inner = graph.addNode(name.c_str(), {name.c_str()}, {}, compound.get());
@@ -162,12 +162,13 @@ TEST_F(NodeInGraph, EveryChangeIsReportedOnceAndNoChangeNever)
     in()->clearFlag(eUnconnectable);
     in()->setFlag(eExposed);
     in()->setFlag(eFanIn);
-    expect({"nodePort flagsChanged in", "nodePort flagsChanged in", "nodePort exposureChanged in", "nodePort fanInChanged in"});
+    expect({"nodePort flagsChanged in", "nodePort flagsChanged in", "nodePort exposureChanged in",
+            "nodePort fanInChanged in"});
     AddRefWrapper<Port> const member = in()->children()->addPort("m", graph.type, eNoPortFlags);
     member->addConnection(out(), false);
     member->removeConnection(out());
-    expect({"nodePort added m", "connection fanInAdded out m", "nodePort connected m", "connection removed out m", "nodePort disconnected out",
-            "nodePort disconnected m"});
+    expect({"nodePort added m", "connection fanInAdded out m", "nodePort connected m", "connection removed out m",
+            "nodePort disconnected out", "nodePort disconnected m"});
     sink->inputs().movePort(0, 1);
     sink->inputs().movePort(1, 1);
     sink->inputs().remove(sink->inputs()["side"]);
@@ -185,7 +186,8 @@ TEST_F(NodeInGraph, MessagesAreCountedAndReportedAtEveryLevel)
     RecordingEditor editor;
     graph.container.getEditorNotifier().registerEditor(&editor);
     inner->addMessage("inner", "is odd", eWarning);
-    EXPECT_EQ(editor.take(), Calls({"node messagesChanged group inner", "node messagesChanged top group", "node messagesChanged - top"}));
+    EXPECT_EQ(editor.take(), Calls({"node messagesChanged group inner", "node messagesChanged top group",
+                                    "node messagesChanged - top"}));
     inner->addMessage("inner", "is broken", eError);
     EXPECT_EQ(graph.top->getNumberOfNodesWithMessage(eAnyMessage), 1u);
     EXPECT_EQ(graph.top->getNumberOfNodesWithMessage(eWarning), 1u);

@@ -107,8 +107,13 @@ TEST(FreeNamesAtTheEdges, FollowTheRuleOfCountingUp)
         names.add(name);
     }
     auto const isTaken = [&](std::string_view name) { return taken.count(std::string(name)) != 0; };
-    for (auto const& [name, next] : {std::pair{"node", "node2"}, {"node3", "node4"}, {"007", "9"}, {"8", "9"},
-                                     {"x2147483647", "x2147483648_1"}, {"y99999999999", "y99999999999_1"}, {"", "1"}})
+    for (auto const& [name, next] : {std::pair{"node", "node2"},
+                                     {"node3", "node4"},
+                                     {"007", "9"},
+                                     {"8", "9"},
+                                     {"x2147483647", "x2147483648_1"},
+                                     {"y99999999999", "y99999999999_1"},
+                                     {"", "1"}})
         EXPECT_EQ(names.next(name, isTaken), next) << name;
 }
 

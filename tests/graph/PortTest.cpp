@@ -163,8 +163,12 @@ TEST(ConnectingWithMetadata, CopiesTheListedNamesOntoTheOutsidePort)
     AddRefWrapper<Port> const inside = compound->innerOutputs()[0u];
     AddRefWrapper<Port> const outside = compound->getReversePort(inside);
     ASSERT_TRUE(inside->addConnection(source, /*copyMetadata=*/true));
-    for (auto const& [key, value] : {std::pair{"UIWidget", "slider"}, {"min", "0"}, {"max", "9"}, {"absent", ""},
-                                     {"metaDataToCopy", "min, ,absent ,,\tmax"}}) {
+    for (auto const& [key, value] : {std::pair{"UIWidget", "slider"},
+                                     {"min", "0"},
+                                     {"max", "9"},
+                                     {"absent", ""},
+                                     {"metaDataToCopy", "min, ,absent ,,\tmax"}})
+    {
         EXPECT_EQ(outside->getPortMetaDataValue(key), value) << key;
         EXPECT_EQ(inside->getPortMetaDataValue(key), value) << key << " is in step inside";
     }

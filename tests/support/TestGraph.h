@@ -47,8 +47,8 @@ struct TestGraph {
     ~TestGraph() { container.setTopNode({}); }
 
     TAV_marlo_v1::AddRefWrapper<TAV_marlo_v1::Node> addNode(char const* name, std::initializer_list<char const*> inputs,
-                                                           std::initializer_list<char const*> outputs,
-                                                           TAV_marlo_v1::Compound* parent = nullptr)
+                                                            std::initializer_list<char const*> outputs,
+                                                            TAV_marlo_v1::Compound* parent = nullptr)
     {
         using namespace TAV_marlo_v1;
         AddRefWrapper<Node> const node = Node::createNew(&container, name);
@@ -61,7 +61,7 @@ struct TestGraph {
     }
 
     TAV_marlo_v1::AddRefWrapper<TAV_marlo_v1::Compound> addCompound(char const* name,
-                                                                   TAV_marlo_v1::Compound* parent = nullptr)
+                                                                    TAV_marlo_v1::Compound* parent = nullptr)
     {
         using namespace TAV_marlo_v1;
         AddRefWrapper<Node> const node = Node::createNew(&container, name);
@@ -71,7 +71,7 @@ struct TestGraph {
     }
 
     TAV_marlo_v1::AddRefWrapper<TAV_marlo_v1::Node> addIONode(TAV_marlo_v1::Compound& compound,
-                                                             TAV_marlo_v1::NodeFlags flag, char const* name)
+                                                              TAV_marlo_v1::NodeFlags flag, char const* name)
     {
         using namespace TAV_marlo_v1;
         AddRefWrapper<Node> const node = Node::createNew(&container, name);
