@@ -59,6 +59,7 @@ public:
     char const* getNodeTypeName() const noexcept;
     /// The type as shown to people: the type name unless one was given.
     char const* getNodeTypeDisplayName() const noexcept;
+    /// Reported as eNodeMetadataChanged. A null `type` changes nothing.
     void setNodeTypeName(char const* type);
     void setNodeTypeName(char const* type, char const* displayName);
     /// The node as shown to people: its name, unless a derived class knows better.

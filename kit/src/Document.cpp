@@ -33,9 +33,12 @@ public:
     }
     void tav_onCompoundPortChange(EPortChangeType, AddRefWrapper<Port> const&) override { changed = true; }
     void tav_onNodePortChange(EPortChangeType, AddRefWrapper<Port> const&) override { changed = true; }
-    void tav_onNodeChange(ENodeChangeType type, AddRefWrapper<Compound> const&, AddRefWrapper<Node> const&) override
+    void tav_onNodeChange(ENodeChangeType type, AddRefWrapper<Compound> const&,
+                          AddRefWrapper<Node> const& node) override
     {
-        changed = changed || (type != eNodeStateChanged && type != eNodeMessagesChanged);
+        // Of states, only those of a compound itself are saved, among its flags.
+        bool const isUnsavedState = type == eNodeStateChanged && !node->isCompound();
+        changed = changed || !(isUnsavedState || type == eNodeMessagesChanged);
     }
     void tav_onAnnotationChange(EAnnotationChangeType, AddRefWrapper<Compound> const&,
                                 AddRefWrapper<Annotation> const&) override

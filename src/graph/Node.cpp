@@ -112,9 +112,13 @@ void Node::setNodeTypeName(char const* type, char const* displayName)
 {
     if (!type)
         return;
+    detail::SharedTextRef const named(type);
     detail::SharedTextRef const shown(displayName);
-    m_impl->type = detail::SharedTextRef(type);
+    if (named == m_impl->type && shown == m_impl->typeDisplayName)
+        return;
+    m_impl->type = named;
     m_impl->typeDisplayName = shown;
+    NodeAccess::notify(*this, eNodeMetadataChanged);
 }
 
 String Node::getNodeDisplayName() const

@@ -150,6 +150,9 @@ TEST_F(NodeInGraph, EveryChangeIsReportedOnceAndNoChangeNever)
     expect({"node stateChanged top drain"});
     EXPECT_EQ(sink->stateFlags()[0], eBypassedState);
     for (int again = 0; again < 2; ++again)
+        sink->setNodeTypeName("drain");
+    expect({"node metadataChanged top drain"});
+    for (int again = 0; again < 2; ++again)
         sink->setMetadataValue("color", "red");
     expect({"node metadataChanged top drain"});
     for (int again = 0; again < 2; ++again)

@@ -246,6 +246,8 @@ TEST_F(DocumentUnsaved, EveryChangeThatIsSavedCountsUntilItIsSaved)
         {"an annotation", [](Compound& g) { g.annotations()[0u]->setMetadataValue("text", "other"); }},
         {"a nested compound", [](Compound& g) { g.createNewCompound("inner"); }},
         {"a change inside it", [](Compound& g) { g.nodes()["inner"]->getAsCompound()->createIONode(eInputIO); }},
+        {"its flag", [](Compound& g) { g.nodes()["inner"]->getAsCompound()->setIsReferenced(true); }},
+        {"the type of a node", [](Compound& g) { g.nodes()[0u]->setNodeTypeName("other"); }},
         {"a removed node", [](Compound& g) { g.removeNode("inner"); }},
         {"the graph's name", [](Compound& g) { g.setName("other"); }},
     };

@@ -35,7 +35,7 @@ public:
     [[nodiscard]] StatusStr saveAs(char const* path);
 
     /// Whether anything that is saved has changed since the document was opened, saved or made. States
-    /// and messages of nodes are not saved. A change inside an open bracket counts once that closes.
+    /// and messages of nodes are not saved, but a compound's flags are. A change inside an open bracket counts once that closes.
     bool hasUnsavedChanges() const noexcept;
     AddRefWrapper<Compound> getTopCompound() const;
 
