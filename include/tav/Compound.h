@@ -86,7 +86,7 @@ public:
     AddRefWrapper<Port> getReversePort(AddRefWrapper<Port> const& port) const;
     /// The IO node that shows this inner port; empty when none does.
     AddRefWrapper<Node> getAssociatedIONode(AddRefWrapper<Port> const& port) const;
-    virtual void getNewPortHints(NewPortHints& hints, PortIOType ioType, AddRefWrapper<Port> const& near) const;
+    virtual void getNewPortHints(NewPortHints& hints, PortIOType ioType, AddRefWrapper<Port> const& neighbour) const;
     /// Whether the ports are given by a definition and not the user's to change. Here: no.
     virtual bool hasPresetPortList() const;
     /// The kinds of input that a user may add, one child list each. Here: none.

@@ -117,7 +117,7 @@ public:
     // ---- what derived classes answer
 
     virtual void getUIHints(NodeUIHints& hints) const;
-    virtual void getNewPortHints(NewPortHints& hints, PortIOType ioType, AddRefWrapper<Port> const& near) const;
+    virtual void getNewPortHints(NewPortHints& hints, PortIOType ioType, AddRefWrapper<Port> const& neighbour) const;
     virtual bool isFanInSupported(AddRefWrapper<Port> const& port) const;
     /// An editor begins or ends an interaction with the node, such as a drag.
     virtual void setInteractionMode(bool on);

@@ -112,12 +112,12 @@ std::string PortAccess::freeNameInBoth(PortList const& a, PortList const& b, std
     }
 }
 
-void Compound::getNewPortHints(NewPortHints& hints, PortIOType, AddRefWrapper<Port> const& near) const
+void Compound::getNewPortHints(NewPortHints& hints, PortIOType, AddRefWrapper<Port> const& neighbour) const
 {
-    if (!near)
+    if (!neighbour)
         return;
-    hints.setNameHint(near->getName());
-    if (AddRefWrapper<PortDataType> const type = near->getDataType())
+    hints.setNameHint(neighbour->getName());
+    if (AddRefWrapper<PortDataType> const type = neighbour->getDataType())
         hints.setTypeHint(type->getName());
 }
 
@@ -211,8 +211,8 @@ private:
     void addAll(CnxInfoArray const& connections, PortIOType side)
     {
         for (CnxInfo const& connection : connections) {
-            AddRefWrapper<Port> const far = side == eInput ? connection.getOutputPort() : connection.getInputPort();
-            bool const isInner = !far->isCompoundInternalPort() && m_named.count(far->getParentNode().get()) != 0;
+            AddRefWrapper<Port> const farEnd = side == eInput ? connection.getOutputPort() : connection.getInputPort();
+            bool const isInner = !farEnd->isCompoundInternalPort() && m_named.count(farEnd->getParentNode().get()) != 0;
             if ((m_type == eInnerCnx && !isInner) || (m_type == eCrossingCnx && isInner))
                 continue;
             // A connection between two named nodes is met at its input; its output has nothing to add.

@@ -336,12 +336,12 @@ void Node::getUIHints(NodeUIHints& hints) const
         hints.setNiceName(getNodeDisplayName().toChar());
 }
 
-void Node::getNewPortHints(NewPortHints& hints, PortIOType, AddRefWrapper<Port> const& near) const
+void Node::getNewPortHints(NewPortHints& hints, PortIOType, AddRefWrapper<Port> const& neighbour) const
 {
-    if (!near)
+    if (!neighbour)
         return;
-    hints.setNameHint(near->getName());
-    if (AddRefWrapper<PortDataType> const type = near->getDataType())
+    hints.setNameHint(neighbour->getName());
+    if (AddRefWrapper<PortDataType> const type = neighbour->getDataType())
         hints.setTypeHint(type->getName());
 }
 
