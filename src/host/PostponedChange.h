@@ -8,6 +8,8 @@
 #include <tav/Types.h>
 
 #include <memory>
+#include <tuple>
+#include <typeinfo>
 
 namespace TAV_marlo_v1 {
 
@@ -17,7 +19,7 @@ public:
     virtual ~PostponedChange();
     virtual void execute(HostEditor* editor) const = 0;
     /// Whether this one tells nothing that `previous`, queued right before it, does not tell.
-    virtual bool repeats(PostponedChange const& previous) const;
+    virtual bool repeats(PostponedChange const& previous) const = 0;
     /// A copy for the pending list.
     virtual std::unique_ptr<PostponedChange> keep() const = 0;
 
@@ -26,83 +28,48 @@ protected:
     PostponedChange(PostponedChange const&) = default;
 };
 
-class PostponedNodeChange final : public PostponedChange {
+/// A change that is told by that callback of the editor. Of one that is coalesced, an equal one right
+/// behind it tells nothing new.
+template <auto Callback, bool IsCoalesced>
+class PostponedCall;
+
+template <class Type, class... Objects, void (HostEditor::*Callback)(Type, AddRefWrapper<Objects> const&...),
+          bool IsCoalesced>
+class PostponedCall<Callback, IsCoalesced> final : public PostponedChange {
 public:
-    PostponedNodeChange(ENodeChangeType type, AddRefWrapper<Compound> const& compound, AddRefWrapper<Node> const& node);
-    void execute(HostEditor* editor) const override;
-    bool repeats(PostponedChange const& previous) const override;
-    std::unique_ptr<PostponedChange> keep() const override;
+    explicit PostponedCall(Type type, AddRefWrapper<Objects> const&... objects)
+        : m_type(type)
+        , m_objects(objects...)
+    {
+    }
+
+    void execute(HostEditor* editor) const override
+    {
+        std::apply([&](AddRefWrapper<Objects> const&... objects) { (editor->*Callback)(m_type, objects...); },
+                   m_objects);
+    }
+
+    bool repeats(PostponedChange const& previous) const override
+    {
+        if (!IsCoalesced || typeid(previous) != typeid(PostponedCall))
+            return false;
+        auto const& last = static_cast<PostponedCall const&>(previous);
+        return m_type == last.m_type && m_objects == last.m_objects;
+    }
+
+    std::unique_ptr<PostponedChange> keep() const override { return std::make_unique<PostponedCall>(*this); }
 
 private:
-    ENodeChangeType m_type;
-    AddRefWrapper<Compound> m_compound;
-    AddRefWrapper<Node> m_node;
+    Type m_type;
+    std::tuple<AddRefWrapper<Objects>...> m_objects;
 };
 
-class PostponedNodePortChange final : public PostponedChange {
-public:
-    PostponedNodePortChange(EPortChangeType type, AddRefWrapper<Port> const& port);
-    void execute(HostEditor* editor) const override;
-    bool repeats(PostponedChange const& previous) const override;
-    std::unique_ptr<PostponedChange> keep() const override;
-
-private:
-    EPortChangeType m_type;
-    AddRefWrapper<Port> m_port;
-};
-
-/// Never coalesced: each connection counts.
-class PostponedNodeConnectionChange final : public PostponedChange {
-public:
-    PostponedNodeConnectionChange(ECnxChangeType type, AddRefWrapper<Port> const& port,
-                                  AddRefWrapper<Port> const& other);
-    void execute(HostEditor* editor) const override;
-    std::unique_ptr<PostponedChange> keep() const override;
-
-private:
-    ECnxChangeType m_type;
-    AddRefWrapper<Port> m_port;
-    AddRefWrapper<Port> m_other;
-};
-
-class PostponedCompoundPortChange final : public PostponedChange {
-public:
-    PostponedCompoundPortChange(EPortChangeType type, AddRefWrapper<Port> const& port);
-    void execute(HostEditor* editor) const override;
-    bool repeats(PostponedChange const& previous) const override;
-    std::unique_ptr<PostponedChange> keep() const override;
-
-private:
-    EPortChangeType m_type;
-    AddRefWrapper<Port> m_port;
-};
-
-/// Never coalesced: each connection counts.
-class PostponedCompoundConnectionChange final : public PostponedChange {
-public:
-    PostponedCompoundConnectionChange(ECnxChangeType type, AddRefWrapper<Port> const& port,
-                                      AddRefWrapper<Port> const& other);
-    void execute(HostEditor* editor) const override;
-    std::unique_ptr<PostponedChange> keep() const override;
-
-private:
-    ECnxChangeType m_type;
-    AddRefWrapper<Port> m_port;
-    AddRefWrapper<Port> m_other;
-};
-
-class PostponedAnnotationChange final : public PostponedChange {
-public:
-    PostponedAnnotationChange(EAnnotationChangeType type, AddRefWrapper<Compound> const& compound,
-                              AddRefWrapper<Annotation> const& annotation);
-    void execute(HostEditor* editor) const override;
-    bool repeats(PostponedChange const& previous) const override;
-    std::unique_ptr<PostponedChange> keep() const override;
-
-private:
-    EAnnotationChangeType m_type;
-    AddRefWrapper<Compound> m_compound;
-    AddRefWrapper<Annotation> m_annotation;
-};
+using PostponedNodeChange = PostponedCall<&HostEditor::tav_onNodeChange, true>;
+using PostponedNodePortChange = PostponedCall<&HostEditor::tav_onNodePortChange, true>;
+using PostponedCompoundPortChange = PostponedCall<&HostEditor::tav_onCompoundPortChange, true>;
+using PostponedAnnotationChange = PostponedCall<&HostEditor::tav_onAnnotationChange, true>;
+// Each connection counts.
+using PostponedNodeConnectionChange = PostponedCall<&HostEditor::tav_onConnectionChange, false>;
+using PostponedCompoundConnectionChange = PostponedCall<&HostEditor::tav_onCompoundConnectionChange, false>;
 
 } // namespace TAV_marlo_v1
