@@ -69,12 +69,14 @@ public:
     // ---- flags
 
     PortFlags getFlags() const override;
-    /// Does nothing unless canSetFlag allows it. eFanIn makes the member list; eDetached goes on to
-    /// the children; eExposed is kept in step on both sides of a compound port.
+    /// Sets every bit of the mask or, unless canSetFlag allows the ones that are not set yet, none; these
+    /// alone are asked and told of, in one call. eFanIn makes the member list; eDetached goes on to the
+    /// children; eExposed, and no other bit, is kept in step on both sides of a compound port.
     void setFlag(PortFlags flag) override;
     /// Mirrors setFlag; clearing eFanIn drops the members.
     void clearFlag(PortFlags flag) override;
     bool testFlag(PortFlags flag) const override;
+    /// Of a mask, whether all its bits can be set at once.
     bool canSetFlag(PortFlags flag) const;
     bool canClearFlag(PortFlags flag) const;
     bool isFanIn() const;
@@ -166,7 +168,7 @@ private:
 
     bool connectActing(AddRefWrapper<Port> const& other, bool copyMetadata);
     bool disconnectActing(AddRefWrapper<Port> const& other);
-    static void tellFlagChanged(AddRefWrapper<Port> const& port, PortFlags flag, bool on);
+    static void tellFlagsChanged(AddRefWrapper<Port> const& port, PortFlags changed, bool on);
     void dropMembers();
 
     friend class PortAccess;

@@ -20,6 +20,11 @@ AddRefWrapper<Port> handleOf(Port const& port)
     return AddRefWrapper<Port>(const_cast<Port*>(&port));
 }
 
+bool has(PortFlags flags, PortFlags flag)
+{
+    return (flags & flag) != eNoPortFlags;
+}
+
 Port*& nextDoomedPort(Port& port)
 {
     return PortAccess::impl(*PortAccess::impl(port).children).nextDoomed;
@@ -209,12 +214,12 @@ bool Port::isMemberFanIn() const
 bool Port::canSetFlag(PortFlags flag) const
 {
     AddRefWrapper<Port> const self = handleOf(*this);
-    if (flag == eFanIn) {
+    if (has(flag, eFanIn)) {
         AddRefWrapper<Node> const node = getParentNode();
         if (!node || !node->isFanInSupported(self))
             return false;
     }
-    if (flag == eUnconnectable && isConnected())
+    if (has(flag, eUnconnectable) && isConnected())
         return false;
     return !m_impl->owner || m_impl->owner->onPortCanSetFlag(self, flag);
 }
@@ -226,57 +231,60 @@ bool Port::canClearFlag(PortFlags flag) const
 
 void Port::setFlag(PortFlags flag)
 {
-    if ((PortAccess::flags(*this) & flag) == flag || !canSetFlag(flag))
+    PortFlags const added = flag & ~PortAccess::flags(*this);
+    if (added == eNoPortFlags || !canSetFlag(added))
         return;
     AddRefWrapper<Port> const self(this);
-    AddRefWrapper<Port> const twin(flag == eExposed ? PortAccess::twin(*this) : nullptr);
-    if (flag == eFanIn)
+    AddRefWrapper<Port> const twin(has(added, eExposed) ? PortAccess::twin(*this) : nullptr);
+    bool const twinChanges = twin && !PortAccess::hasFlag(*twin, eExposed);
+    if (has(added, eFanIn))
         createChildrenList();
 
-    PortAccess::setFlags(*this, flag, true);
-    if (flag == eDetached)
+    PortAccess::setFlags(*this, added, true);
+    if (has(added, eDetached))
         PortAccess::setDetached(*this, true);
-    if (twin)
-        PortAccess::setFlags(*twin, flag, true);
+    if (twinChanges)
+        PortAccess::setFlags(*twin, eExposed, true);
 
-    tellFlagChanged(self, flag, true);
-    if (twin)
-        tellFlagChanged(twin, flag, true);
+    tellFlagsChanged(self, added, true);
+    if (twinChanges)
+        tellFlagsChanged(twin, eExposed, true);
 }
 
 void Port::clearFlag(PortFlags flag)
 {
-    if ((PortAccess::flags(*this) & flag) == eNoPortFlags || !canClearFlag(flag))
+    PortFlags const removed = flag & PortAccess::flags(*this);
+    if (removed == eNoPortFlags || !canClearFlag(removed))
         return;
     AddRefWrapper<Port> const self(this);
-    AddRefWrapper<Port> const twin(flag == eExposed ? PortAccess::twin(*this) : nullptr);
+    AddRefWrapper<Port> const twin(has(removed, eExposed) ? PortAccess::twin(*this) : nullptr);
+    bool const twinChanges = twin && PortAccess::hasFlag(*twin, eExposed);
 
-    PortAccess::setFlags(*this, flag, false);
-    if (flag == eDetached)
+    PortAccess::setFlags(*this, removed, false);
+    if (has(removed, eDetached))
         PortAccess::setDetached(*this, false);
-    if (twin)
-        PortAccess::setFlags(*twin, flag, false);
+    if (twinChanges)
+        PortAccess::setFlags(*twin, eExposed, false);
 
-    tellFlagChanged(self, flag, false);
-    if (flag == eFanIn)
+    tellFlagsChanged(self, removed, false);
+    if (has(removed, eFanIn))
         dropMembers();
-    if (twin)
-        tellFlagChanged(twin, flag, false);
+    if (twinChanges)
+        tellFlagsChanged(twin, eExposed, false);
 }
 
-void Port::tellFlagChanged(AddRefWrapper<Port> const& port, PortFlags flag, bool on)
+void Port::tellFlagsChanged(AddRefWrapper<Port> const& port, PortFlags changed, bool on)
 {
-    PortNotification* const owner = port->m_impl->owner;
-    if (!owner)
-        return;
-    if (on)
-        owner->onPortSetFlag(port, flag);
-    else
-        owner->onPortClearFlag(port, flag);
-    if (flag == eFanIn)
-        owner->onPortFanInStateChanged(port, on);
-    if (flag == eExposed)
-        owner->onPortExposureChanged(port, on);
+    // The owner is looked up anew for each hook: the one before may have taken the port away from it.
+    auto const owner = [&port] { return port->m_impl->owner; };
+    if (owner() && on)
+        owner()->onPortSetFlag(port, changed);
+    else if (owner())
+        owner()->onPortClearFlag(port, changed);
+    if (owner() && has(changed, eFanIn))
+        owner()->onPortFanInStateChanged(port, on);
+    if (owner() && has(changed, eExposed))
+        owner()->onPortExposureChanged(port, on);
 }
 
 void Port::dropMembers()

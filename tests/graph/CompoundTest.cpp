@@ -84,6 +84,24 @@ TEST_F(CompoundWithPorts, BothSidesReportTheirOwnChange)
     EXPECT_FALSE(group->getAssociatedIONode(outside("x")));
 }
 
+TEST_F(CompoundWithPorts, MaskOfFlagsReportsEachKindOfChangeOnceAndExposureOnBothSides)
+{
+    RecordingEditor editor;
+    graph.container.getEditorNotifier().registerEditor(&editor);
+    outside("a")->setFlag(eFanIn | eExposed | eUnconnectable | eReconnecting);
+    EXPECT_EQ(editor.take(), Calls({"nodePort flagsChanged a", "nodePort fanInChanged a", "nodePort exposureChanged a",
+                                    "compoundPort exposureChanged a"}));
+    EXPECT_TRUE(outside("a")->children());
+    EXPECT_EQ(inside("a")->getFlags(), eExposed);
+    inside("a")->setFlag(eExposed | eUnconnectable);
+    inside("a")->setFlag(eExposed | eUnconnectable);
+    EXPECT_EQ(editor.take(), Calls({"compoundPort flagsChanged a"}));
+    inside("a")->clearFlag(eFanIn | eExposed);
+    EXPECT_EQ(editor.take(), Calls({"compoundPort exposureChanged a", "nodePort exposureChanged a"}));
+    EXPECT_TRUE(outside("a")->isFanIn());
+    EXPECT_EQ(problemsOf(*graph.top), Names());
+}
+
 TEST_F(CompoundWithPorts, DeletingAPortCutsBothSidesTellingAsItGoes)
 {
     AddRefWrapper<Node> const before = graph.addNode("before", {}, {"out"});

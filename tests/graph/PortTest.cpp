@@ -96,15 +96,22 @@ TEST_F(TwoPorts, FlagsAreAskedForAndToldOnce)
     out->setFlag(eExposed);
     out->setFlag(eExposed);
     EXPECT_EQ(giver.takeCalls(),
-              Calls({"onPortCanSetFlag out", "onPortSetFlag out 4", "onPortExposureChanged out on"}));
-    out->clearFlag(eExposed);
-    EXPECT_EQ(giver.takeCalls(), Calls({"onPortClearFlag out 4", "onPortExposureChanged out off"}));
+              Calls({"onPortCanSetFlag out 4", "onPortSetFlag out 4", "onPortExposureChanged out on"}));
+    out->setFlag(eExposed | eUnconnectable);
+    EXPECT_EQ(giver.takeCalls(), Calls({"onPortCanSetFlag out 32", "onPortSetFlag out 32"})) << "only what is new";
+    out->clearFlag(eFanIn | eExposed | eUnconnectable);
+    EXPECT_EQ(giver.takeCalls(),
+              Calls({"onPortCanClearFlag out 36", "onPortClearFlag out 36", "onPortExposureChanged out off"}));
+    out->clearFlag(eFanIn | eExposed);
+    out->setFlag(eNoPortFlags);
+    out->setFlag(eFanIn | eExposed);
+    EXPECT_EQ(giver.takeCalls(), Calls()) << "an owner that is no node is not even asked about fan-in";
     giver.refuse("onPortCanSetFlag");
-    out->setFlag(eExposed);
-    EXPECT_FALSE(out->testFlag(eExposed));
+    out->setFlag(eExposed | eDetached);
+    EXPECT_EQ(out->getFlags(), eNoPortFlags);
     EXPECT_FALSE(out->canSetFlag(eFanIn)) << "only a node can accept fan-in";
     in->addConnection(out, false);
-    EXPECT_FALSE(in->canSetFlag(eUnconnectable));
+    EXPECT_FALSE(in->canSetFlag(eUnconnectable | eExposed));
 }
 
 TEST_F(TwoPorts, ValuesAreAskedKeptAndToldOnlyWhenTheyChange)
@@ -134,16 +141,17 @@ TEST(FanInPort, HasMembersWhileTheFlagIsSet)
     AddRefWrapper<Node> const source = graph.addNode("source", {}, {"out"});
     AddRefWrapper<Node> const sink = graph.addNode("sink", {"in"}, {});
     AddRefWrapper<Port> const in = sink->inputs()[0u];
-    in->setFlag(eFanIn);
+    in->setFlag(eFanIn | eUnconnectable);
+    in->clearFlag(eUnconnectable);
     AddRefWrapper<Port> const member = in->children()->addPort("m", graph.type, eNoPortFlags);
     EXPECT_TRUE(member->isMemberFanIn());
     ASSERT_TRUE(member->addConnection(source->outputs()[0u], false));
-    in->setFlag(eDetached);
-    EXPECT_TRUE(member->testFlag(eDetached));
-    in->clearFlag(eDetached);
+    in->setFlag(eDetached | eExposed);
+    EXPECT_EQ(member->getFlags(), eDetached) << "being detached goes on to the members, nothing else does";
+    in->clearFlag(eDetached | eExposed);
     EXPECT_FALSE(member->testFlag(eDetached));
     EXPECT_EQ(problemsOf(*graph.top), Names());
-    in->clearFlag(eFanIn);
+    in->clearFlag(eFanIn | eUnconnectable);
     EXPECT_FALSE(in->children());
     EXPECT_FALSE(source->outputs()[0u]->isConnected()) << "a dropped member lets go of its source";
 }

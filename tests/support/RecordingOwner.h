@@ -89,9 +89,15 @@ public:
     {
         note("onPortFanInStateChanged", port->getName() + std::string(on ? " on" : " off"));
     }
-    bool onPortCanSetFlag(Handle const& port, TAV_marlo_v1::PortFlags) const override
+    bool onPortCanSetFlag(Handle const& port, TAV_marlo_v1::PortFlags flag) const override
     {
-        return const_cast<RecordingOwner*>(this)->ask("onPortCanSetFlag", port->getName());
+        return const_cast<RecordingOwner*>(this)->ask("onPortCanSetFlag",
+                                                      port->getName() + (" " + std::to_string(flag)));
+    }
+    bool onPortCanClearFlag(Handle const& port, TAV_marlo_v1::PortFlags flag) const override
+    {
+        return const_cast<RecordingOwner*>(this)->ask("onPortCanClearFlag",
+                                                      port->getName() + (" " + std::to_string(flag)));
     }
     void onPortSetFlag(Handle const& port, TAV_marlo_v1::PortFlags flag) override
     {
