@@ -150,7 +150,8 @@ public:
     /// Graph text rooted at "port". The filter acts on the first level of child ports.
     String saveToString(PortFilterCallback* filter) const;
     /// Takes over values, flags, options, metadata, children and members of a "port" text; name,
-    /// type and direction stay. Text that can't be used changes nothing.
+    /// type and direction stay. Text that can't be used changes nothing; when the owner refuses a part,
+    /// all that was changed before is put back, told like any change, and the error says what it refused.
     StatusStr restoreFromString(char const* text);
 
     /// Values as a person or a command types them: one value for a type with one; "{a,b}" for

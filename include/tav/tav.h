@@ -11,8 +11,14 @@
 #include <tav/CnxInfo.h>
 #include <tav/CnxInfoArray.h>
 #include <tav/Compound.h>
+#include <tav/ConnectCommand.h>
+#include <tav/ConnectNodesCommand.h>
 #include <tav/Container.h>
+#include <tav/CopyCommand.h>
+#include <tav/CopyPasteCommandBase.h>
+#include <tav/CreateCompoundCommand.h>
 #include <tav/ErrorState.h>
+#include <tav/ExplodeCompoundCommand.h>
 #include <tav/Export.h>
 #include <tav/FanInPortFilter.h>
 #include <tav/Flaggable.h>
@@ -24,10 +30,16 @@
 #include <tav/ListIterator.h>
 #include <tav/Metadata.h>
 #include <tav/MetadataCallBack.h>
+#include <tav/MetadataCommand.h>
+#include <tav/ModifyCompoundAnnotationCommand.h>
+#include <tav/ModifyCompoundPortCommand.h>
+#include <tav/ModifyNodePortCommand.h>
 #include <tav/Namable.h>
+#include <tav/NewConnectCommand.h>
 #include <tav/NewPortHints.h>
 #include <tav/NiceNamable.h>
 #include <tav/Node.h>
+#include <tav/NodeCommand.h>
 #include <tav/NodeDefinition.h>
 #include <tav/NodeErrorState.h>
 #include <tav/NodeLibrary.h>
@@ -36,6 +48,7 @@
 #include <tav/NodeStateFlags.h>
 #include <tav/NodeUIHints.h>
 #include <tav/OptionalStringArray.h>
+#include <tav/PasteCommand.h>
 #include <tav/PluginInfo.h>
 #include <tav/PluginRegistrar.h>
 #include <tav/Port.h>
@@ -46,6 +59,7 @@
 #include <tav/PortProperties.h>
 #include <tav/PortUIHints.h>
 #include <tav/PropertyList.h>
+#include <tav/RecursiveDisconnectAllCommand.h>
 #include <tav/ReferenceCounted.h>
 #include <tav/Runtime.h>
 #include <tav/RuntimeNotifierClient.h>
@@ -55,3 +69,4 @@
 #include <tav/Types.h>
 #include <tav/UniqueNames.h>
 #include <tav/WatchPoint.h>
+#include <tav/WatchPointCommand.h>
