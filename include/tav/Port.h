@@ -169,7 +169,7 @@ private:
 
     bool connectActing(AddRefWrapper<Port> const& other, bool copyMetadata);
     bool disconnectActing(AddRefWrapper<Port> const& other);
-    static void tellFlagsChanged(AddRefWrapper<Port> const& port, PortFlags changed, bool on);
+    static void tellFlagChanged(AddRefWrapper<Port> const& port, PortFlags changed, bool on);
     void dropMembers();
 
     friend class PortAccess;

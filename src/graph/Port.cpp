@@ -246,9 +246,9 @@ void Port::setFlag(PortFlags flag)
     if (twinChanges)
         PortAccess::setFlags(*twin, eExposed, true);
 
-    tellFlagsChanged(self, added, true);
+    tellFlagChanged(self, added, true);
     if (twinChanges)
-        tellFlagsChanged(twin, eExposed, true);
+        tellFlagChanged(twin, eExposed, true);
 }
 
 void Port::clearFlag(PortFlags flag)
@@ -266,14 +266,14 @@ void Port::clearFlag(PortFlags flag)
     if (twinChanges)
         PortAccess::setFlags(*twin, eExposed, false);
 
-    tellFlagsChanged(self, removed, false);
+    tellFlagChanged(self, removed, false);
     if (has(removed, eFanIn))
         dropMembers();
     if (twinChanges)
-        tellFlagsChanged(twin, eExposed, false);
+        tellFlagChanged(twin, eExposed, false);
 }
 
-void Port::tellFlagsChanged(AddRefWrapper<Port> const& port, PortFlags changed, bool on)
+void Port::tellFlagChanged(AddRefWrapper<Port> const& port, PortFlags changed, bool on)
 {
     // The owner is looked up anew for each hook: the one before may have taken the port away from it.
     auto const owner = [&port] { return port->m_impl->owner; };
