@@ -141,6 +141,73 @@ TEST_F(PortRestore, TextThatCannotBeUsedChangesNothing)
     EXPECT_EQ(editor.take(), Calls());
 }
 
+/// Says no to one of the questions about its ports.
+class RefusingNode final : public Node {
+public:
+    explicit RefusingNode(Container* container)
+        : Node(container)
+    {
+    }
+    mutable unsigned yesBeforeNo = ~0u;
+
+    bool onPortSetDefaultValues(AddRefWrapper<Port> const& port, StringArray const& values) override
+    {
+        return ask() && Node::onPortSetDefaultValues(port, values);
+    }
+    bool onPortResetDefaultValues(AddRefWrapper<Port> const& port, StringArray& values) override
+    {
+        return ask() && Node::onPortResetDefaultValues(port, values);
+    }
+    bool onPortSetMetaDataValue(AddRefWrapper<Port> const& port, char const* key, char const* value) override
+    {
+        return ask() && Node::onPortSetMetaDataValue(port, key, value);
+    }
+    bool onPortCanSetFlag(AddRefWrapper<Port> const&, PortFlags) const override { return ask(); }
+    bool onPortCanClearFlag(AddRefWrapper<Port> const&, PortFlags) const override { return ask(); }
+    bool onPortListPortAdd(PortList const&, AddRefWrapper<Port> const&) override { return ask(); }
+    bool onPortListPortRemove(PortList const&, AddRefWrapper<Port> const&) override { return ask(); }
+    bool onPortListPortMove(PortList const&, unsigned, unsigned) override { return ask(); }
+
+private:
+    bool ask() const { return yesBeforeNo-- != 0; }
+};
+
+TEST_F(PortRestore, WhicheverQuestionIsRefusedTheGraphStaysAsItWas)
+{
+    AddRefWrapper<RefusingNode> const owner(new RefusingNode(&graph.container));
+    graph.top->nodes().add(AddRefWrapper<Node>(owner.get()));
+    owner->createNodePort(eInput, "p", graph.type, PortProperties());
+    AddRefWrapper<Port> const in = owner->inputs()[0u];
+    char const* const fanIn = "<port name='p' flag='6' options='k={v}' default_values='1'><metadatas>"
+                              "<metadata name='a' value='1'/><metadata name='b' value='2'/></metadatas><ports>"
+                              "<port name='x' flag='2'><ports><port name='deep'/></ports></port>"
+                              "<port name='y' default_values='1'/><port name='z'/></ports></port>";
+    char const* const shuffled = "<port name='p' flag='6' options='k={w}' default_values='2'><metadatas>"
+                                 "<metadata name='b' value='2'/><metadata name='c' value=''/></metadatas><ports>"
+                                 "<port name='z' flag='4'/><port name='new' default_values='3'/>"
+                                 "<port name='x'/></ports></port>";
+    char const* const plain = "<port name='p' flag='32'><ports><port name='y'/></ports></port>";
+    for (auto const& [from, to] : {std::pair{fanIn, shuffled}, {shuffled, fanIn}, {fanIn, plain}, {plain, fanIn}}) {
+        ASSERT_STREQ(in->restoreFromString(from).getErrorString(), "");
+        AddRefWrapper<Port> const child = (*in->children())[in->children()->size() - 1];
+        ASSERT_TRUE(child->addConnection(graph.addNode("s", {}, {"out"})->outputs()[0u], false));
+        String const before = graph.top->saveToString(nullptr);
+        unsigned refused = 0;
+        for (; refused < 100; ++refused) {
+            owner->yesBeforeNo = refused;
+            StatusStr const status = in->restoreFromString(to);
+            owner->yesBeforeNo = ~0u;
+            if (!*status.getErrorString())
+                break;
+            EXPECT_STREQ(graph.top->saveToString(nullptr).toChar(), before.toChar()) << to << refused;
+            EXPECT_EQ(problemsOf(*graph.top), Names());
+        }
+        EXPECT_GT(refused, 5u);
+        EXPECT_LT(refused, 100u);
+        EXPECT_EQ(problemsOf(*graph.top), Names());
+    }
+}
+
 TEST(MetadataText, StoreComesBackAndDamagedTextIsRefused)
 {
     AddRefWrapper<Node> const node = Node::createNew(nullptr, "n");
