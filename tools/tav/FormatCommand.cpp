@@ -39,6 +39,7 @@ ExitCode runFormat(FormatOptions const& options)
     if (!openOrReport(input, document) || !nothingWouldGetLost(input))
         return eWrongInput;
 
+    showSilentStage("writing the graph", input.bytes().size());
     std::string const target = options.inPlace ? options.file : options.output;
     if (target.empty()) {
         String const text = document.getTopCompound()->saveToString(nullptr);

@@ -1,6 +1,7 @@
 #include "GraphCheck.h"
 
 #include "Cycles.h"
+#include "Terminal.h"
 
 #include <tav/kit/StandardRuntime.h>
 
@@ -55,7 +56,8 @@ struct Scope {
 class Check {
 public:
     Check(QByteArray const& text, kit::StandardRuntime const* library)
-        : m_reader(text)
+        : m_text(text)
+        , m_reader(text)
         , m_library(library)
     {
         // As the graph's reader sees it: a prefix makes another name.
@@ -64,7 +66,10 @@ public:
 
     CheckResult run()
     {
-        while (!m_reader.atEnd()) {
+        qsizetype const lines = m_text.count('\n') + 1;
+        for (quint64 token = 0; !m_reader.atEnd(); ++token) {
+            if (token % 4096 == 0)
+                showStage(QString("checking, line %1 of %2").arg(m_reader.lineNumber()).arg(lines));
             m_position = placeOfNextToken();
             m_last = m_reader.readNext();
             if (m_last == QXmlStreamReader::StartElement)
@@ -338,6 +343,7 @@ private:
         }
     }
 
+    QByteArray const& m_text;
     QXmlStreamReader m_reader;
     kit::StandardRuntime const* m_library;
     QXmlStreamReader::TokenType m_last = QXmlStreamReader::NoToken;

@@ -24,7 +24,14 @@ QString readProblem(QFile& file, std::string const& path, QByteArray& bytes)
     bool const opened = path == "-" ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
     if (!opened)
         return file.errorString();
-    bytes = file.readAll();
+    constexpr qint64 pieceSize = qint64(16) << 20;
+    if (!file.isSequential())
+        bytes.reserve(file.size());
+    QString const name = shortName(file.fileName());
+    for (QByteArray piece = file.read(pieceSize); !piece.isEmpty(); piece = file.read(pieceSize)) {
+        bytes.append(piece);
+        showStage(QString("reading %1, %2 MB").arg(name).arg(bytes.size() / 1000000));
+    }
     return file.error() == QFileDevice::NoError ? QString() : file.errorString();
 }
 
@@ -48,6 +55,8 @@ bool GraphInput::read()
 
 bool GraphInput::open(kit::Document& document, Problem& problem) const
 {
+    showSilentStage(QString("building the graph of %1, %2 MB").arg(shortName(m_name)).arg(m_bytes.size() / 1000000),
+                    m_bytes.size());
     StatusStr const status = document.openText(m_bytes.constData(), static_cast<unsigned long long>(m_bytes.size()),
                                                m_name.toUtf8().constData());
     problem = !status ? problemFrom(status, m_name) : Problem{};

@@ -25,8 +25,8 @@ bool drawWithGraphviz(QString const& program, QString const& format, QByteArray 
     QElapsedTimer clock;
     clock.start();
     while (process.state() != QProcess::NotRunning && !process.waitForFinished(1000))
-        showWaiting("Graphviz is drawing", clock.elapsed());
-    clearBar();
+        showStage(QString("Graphviz is drawing (%1 s)").arg(clock.elapsed() / 1000));
+    clearStage();
     picture = process.readAllStandardOutput();
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
         return true;

@@ -1,5 +1,6 @@
 #include "Terminal.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QtGlobal>
 
 #include <cerrno>
@@ -16,23 +17,65 @@ namespace tool {
 
 namespace {
 
-bool barIsDrawn = false; // there is one terminal
+constexpr qint64 kPatience = 1000; // milliseconds until a person wonders
+constexpr qint64 kRedrawPause = 100;
+constexpr qint64 kLongText = 150000000; // bytes that take the library about as long
 
-void drawBar(QString const& text)
+/// What stands on the one terminal there is.
+struct Display {
+    Display() { sinceStart.start(); }
+
+    QElapsedTimer sinceStart;
+    QElapsedTimer sinceDrawn;
+    QString bar;
+    bool isDrawn = false;
+};
+
+Display& display()
 {
-    QByteArray const bytes = text.toUtf8();
+    static Display theOne;
+    return theOne;
+}
+
+void draw(QString const& what)
+{
+    if (!isTerminal(stderr))
+        return;
+    clearStage();
+    Display& shown = display();
+    QByteArray const bytes = (shown.bar + what).toUtf8();
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
     std::fflush(stderr);
-    barIsDrawn = true;
+    shown.isDrawn = true;
+    shown.sinceDrawn.start();
 }
 
 } // namespace
 
-void clearBar()
+void showStage(QString const& what)
 {
-    if (barIsDrawn)
+    Display const& shown = display();
+    if (shown.sinceStart.elapsed() > kPatience
+        && (!shown.sinceDrawn.isValid() || shown.sinceDrawn.elapsed() > kRedrawPause))
+        draw(what);
+}
+
+void showSilentStage(QString const& what, qint64 bytes)
+{
+    if (bytes > kLongText || display().sinceStart.elapsed() > kPatience)
+        draw(what);
+}
+
+void clearStage()
+{
+    if (display().isDrawn)
         std::fputs("\r\x1b[K", stderr);
-    barIsDrawn = false;
+    display().isDrawn = false;
+}
+
+QString shortName(QString const& name)
+{
+    return name.right(40);
 }
 
 void useBinaryStreams()
@@ -59,7 +102,7 @@ bool wantsColour(std::FILE* stream)
 
 bool writeOut(QByteArray const& bytes)
 {
-    clearBar();
+    clearStage();
     std::size_t const size = static_cast<std::size_t>(bytes.size());
     // Flushed here: a full disk shows only then.
     if (std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0)
@@ -70,39 +113,30 @@ bool writeOut(QByteArray const& bytes)
 
 void writeError(QString const& line)
 {
-    clearBar();
+    clearStage();
     QByteArray const bytes = line.toUtf8() + '\n';
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
 }
 
-void showWaiting(QString const& what, qint64 milliseconds)
-{
-    if (!isTerminal(stderr))
-        return;
-    clearBar();
-    drawBar(QString("%1 (%2 s)").arg(what).arg(milliseconds / 1000));
-}
-
 Progress::Progress(qsizetype total)
     : m_total(total)
-    , m_visible(total > 1 && isTerminal(stderr))
 {
-    m_clock.start();
 }
 
 Progress::~Progress()
 {
-    clearBar();
+    clearStage();
+    display().bar.clear();
 }
 
-void Progress::step(QString const& what)
+void Progress::step(QString const& name)
 {
-    clearBar();
-    if (m_visible && m_clock.elapsed() > 1000) {
+    if (m_total > 1) {
         constexpr qsizetype width = 30;
         qsizetype const filled = width * m_done / m_total;
         QString const bar = QString(filled, '#') + QString(width - filled, '.');
-        drawBar(QString("[%1] %2/%3 %4").arg(bar).arg(m_done).arg(m_total).arg(what.right(40)));
+        display().bar = QString("[%1] %2/%3 ").arg(bar).arg(m_done).arg(m_total);
+        showStage(shortName(name));
     }
     ++m_done;
 }

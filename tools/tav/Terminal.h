@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QtCore/QByteArray>
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QString>
 
 #include <cstdio>
@@ -20,24 +19,27 @@ bool writeOut(QByteArray const& bytes);
 /// Writes one line to standard error.
 void writeError(QString const& line);
 
-/// Says on a terminal how long something takes that has no measure.
-void showWaiting(QString const& what, qint64 milliseconds);
-/// Takes away what showWaiting or a progress bar has drawn; so does whatever is written.
-void clearBar();
+/// Says on a terminal what the tool is at, in one line that the next one replaces; nowhere else. Nothing
+/// is shown of a run that ends within a second.
+void showStage(QString const& what);
+/// The same for work on a text of that size that can say nothing until it is over: named at once when the
+/// text is a long one.
+void showSilentStage(QString const& what, qint64 bytes);
+/// Takes away what showStage has drawn; so does whatever is written.
+void clearStage();
+/// How messages of a stage name a file: the end of a long name.
+QString shortName(QString const& name);
 
-/// A bar on standard error for work on many files; shown on a terminal only, and only once the work
-/// has taken a second.
+/// Puts a bar in front of the stages while several files are worked on.
 class Progress {
 public:
     explicit Progress(qsizetype total);
     ~Progress();
-    void step(QString const& what);
+    void step(QString const& name);
 
 private:
     qsizetype m_total;
     qsizetype m_done = 0;
-    bool m_visible;
-    QElapsedTimer m_clock;
 };
 
 } // namespace tool

@@ -44,5 +44,6 @@ int main(int argc, char** argv)
         // The parser's own codes tell more kinds of misuse apart than anyone asks for.
         return app.exit(error) == 0 ? tool::eRight : tool::eWrongUsage;
     }
+    tool::clearStage();
     return outcome;
 }
