@@ -1,13 +1,15 @@
 #include <tav/kit/Document.h>
 
+#include "DocumentImpl.h"
 #include "TextFile.h"
 
-#include <tav/HostEditor.h>
 #include <tav/Runtime.h>
 #include <tav/kit/StandardCompound.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
+
+#include <algorithm>
 
 namespace TAV_marlo_v1::kit {
 
@@ -17,35 +19,6 @@ constexpr char kEmptyGraph[] = "<tavCompound name=\"untitled\" type=\"compound\"
                                "<metadatas/><ports/>"
                                "<child_graph><sub_root><nodes/><connections/></sub_root></child_graph>"
                                "</tavCompound>";
-
-/// Hears every change in the graph and remembers that there was one.
-class ChangeWatch final : public HostEditor {
-public:
-    bool changed = false;
-
-    void tav_onConnectionChange(ECnxChangeType, AddRefWrapper<Port> const&, AddRefWrapper<Port> const&) override
-    {
-        changed = true;
-    }
-    void tav_onCompoundConnectionChange(ECnxChangeType, AddRefWrapper<Port> const&, AddRefWrapper<Port> const&) override
-    {
-        changed = true;
-    }
-    void tav_onCompoundPortChange(EPortChangeType, AddRefWrapper<Port> const&) override { changed = true; }
-    void tav_onNodePortChange(EPortChangeType, AddRefWrapper<Port> const&) override { changed = true; }
-    void tav_onNodeChange(ENodeChangeType type, AddRefWrapper<Compound> const&,
-                          AddRefWrapper<Node> const& node) override
-    {
-        // Of states, only those of a compound itself are saved, among its flags.
-        bool const isUnsavedState = type == eNodeStateChanged && !node->isCompound();
-        changed = changed || !(isUnsavedState || type == eNodeMessagesChanged);
-    }
-    void tav_onAnnotationChange(EAnnotationChangeType, AddRefWrapper<Compound> const&,
-                                AddRefWrapper<Annotation> const&) override
-    {
-        changed = true;
-    }
-};
 
 StatusStr writeWhole(char const* path, String const& text)
 {
@@ -61,43 +34,34 @@ StatusStr writeWhole(char const* path, String const& text)
     return errorIn(path, ("cannot be written: " + file.errorString().toUtf8()).constData());
 }
 
+StatusStr restore(Compound& top, QByteArray const& text, char const* sourceName)
+{
+    StatusStr const status = top.restoreFromString(text.constData());
+    return !status ? errorIn(sourceName, status.getErrorString()) : StatusStr();
+}
+
 } // namespace
 
-struct Document::Impl {
-    Runtime* runtime;
-    AddRefWrapper<Compound> top;
-    String path;
-    QByteArray fileName;
-    ChangeWatch watch;
-
-    void setPath(char const* newPath)
-    {
-        path = String(newPath); // may be this very path
-        fileName = QFileInfo(QString::fromUtf8(path.toChar())).fileName().toUtf8();
-        watch.changed = false;
-    }
-
-    StatusStr restore(QByteArray const& text, char const* sourceName)
-    {
-        StatusStr const status = top->restoreFromString(text.constData());
-        return !status ? errorIn(sourceName, status.getErrorString()) : StatusStr();
-    }
-};
-
 Document::Document(Runtime* runtime)
-    : m_impl(new Impl{runtime, {}, {}, {}, {}})
+    : m_impl(std::make_unique<Impl>(runtime))
 {
     AddRefWrapper<Node> const node = Node::createNew(this, "untitled");
     node->setNodeTypeName("compound");
     m_impl->top = StandardCompound::createNew(node, nullptr);
     setTopNode(node);
     getEditorNotifier().registerEditor(&m_impl->watch);
+    getEditorNotifier().registerEditor(&m_impl->endOfStackChanges);
     if (runtime)
         runtime->registerContainer(this);
 }
 
 Document::~Document()
 {
+    while (!m_impl->histories.empty()) {
+        DocumentHistory* const history = m_impl->histories.back();
+        m_impl->histories.pop_back();
+        history->onDocumentDied();
+    }
     if (m_impl->runtime)
         m_impl->runtime->unregisterContainer(this);
 }
@@ -105,9 +69,9 @@ Document::~Document()
 void Document::newDocument(char const* name)
 {
     // Cannot fail: the text is this file's own.
-    (void)m_impl->restore(kEmptyGraph, name);
+    (void)restore(*m_impl->top, kEmptyGraph, name);
     m_impl->top->setName(name);
-    m_impl->setPath("");
+    replaced("");
 }
 
 StatusStr Document::open(char const* path)
@@ -117,10 +81,10 @@ StatusStr Document::open(char const* path)
     StatusStr status = readTextFile(kept.toChar(), bytes);
     if (!status)
         return status;
-    status = m_impl->restore(bytes, kept.toChar());
+    status = restore(*m_impl->top, bytes, kept.toChar());
     if (!status)
         return status;
-    m_impl->setPath(kept.toChar());
+    replaced(kept.toChar());
     return StatusStr();
 }
 
@@ -130,10 +94,10 @@ StatusStr Document::openText(char const* bytes, unsigned long long size, char co
     StatusStr status = checkIsText(text, sourceName);
     if (!status)
         return status;
-    status = m_impl->restore(text, sourceName);
+    status = restore(*m_impl->top, text, sourceName);
     if (!status)
         return status;
-    m_impl->setPath("");
+    replaced("");
     return StatusStr();
 }
 
@@ -149,13 +113,33 @@ StatusStr Document::saveAs(char const* path)
     StatusStr const status = writeWhole(path, m_impl->top->saveToString(nullptr));
     if (!status)
         return status;
-    m_impl->setPath(path);
+    setPath(path);
+    // By index: what a stack tells may end it.
+    for (std::size_t i = 0; i < m_impl->histories.size(); ++i)
+        m_impl->histories[i]->onSaved();
     return StatusStr();
+}
+
+void Document::setPath(char const* path)
+{
+    m_impl->path = String(path); // may be this very path
+    m_impl->fileName = QFileInfo(QString::fromUtf8(m_impl->path.toChar())).fileName().toUtf8();
+    m_impl->watch.changed = false;
+}
+
+void Document::replaced(char const* path)
+{
+    setPath(path);
+    for (std::size_t i = 0; i < m_impl->histories.size(); ++i)
+        m_impl->histories[i]->onReplaced();
 }
 
 bool Document::hasUnsavedChanges() const noexcept
 {
-    return m_impl->watch.changed;
+    if (m_impl->watch.changed)
+        return true;
+    return std::any_of(m_impl->histories.begin(), m_impl->histories.end(),
+                       [](DocumentHistory const* history) { return !history->isAtSavedState(); });
 }
 
 AddRefWrapper<Compound> Document::getTopCompound() const

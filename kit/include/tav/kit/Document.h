@@ -16,6 +16,8 @@ namespace TAV_marlo_v1::kit {
 /// opening replaces what is in it. Errors name the file and, where text is wrong, line and column.
 class TAV_KIT_API Document : public Container {
 public:
+    struct Impl; // the private record, known inside the kit alone
+
     /// An empty document. The runtime, which may be null, is not owned and has to live longer; the
     /// document is registered with it.
     explicit Document(Runtime* runtime);
@@ -34,8 +36,9 @@ public:
     /// As save, to another file, which is the document's from then on.
     [[nodiscard]] StatusStr saveAs(char const* path);
 
-    /// Whether anything that is saved has changed since the document was opened, saved or made. States
-    /// and messages of nodes are not saved, but a compound's flags are. A change inside an open bracket counts once that closes.
+    /// Whether anything that is saved has changed since the document was opened, saved or made; not when
+    /// its UndoStack is back at that state. States and messages of nodes are not saved, but a compound's
+    /// flags are. A change inside an open bracket counts once that closes.
     bool hasUnsavedChanges() const noexcept;
     AddRefWrapper<Compound> getTopCompound() const;
 
@@ -49,8 +52,11 @@ public:
     Runtime* getRuntime() const override;
 
 private:
-    struct Impl;
-    std::unique_ptr<Impl> m_impl; // never null
+    void setPath(char const* path);
+    void replaced(char const* path);
+
+    friend class UndoStack;
+    std::unique_ptr<Impl> m_impl; // never null; kit/src/DocumentImpl.h
 };
 
 } // namespace TAV_marlo_v1::kit

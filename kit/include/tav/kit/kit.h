@@ -7,3 +7,4 @@
 #include <tav/kit/Export.h>
 #include <tav/kit/StandardCompound.h>
 #include <tav/kit/StandardRuntime.h>
+#include <tav/kit/UndoStack.h>
