@@ -255,6 +255,10 @@ TEST_F(AnnotationInGraph, ChangesAreReportedOnceAndNamesStayUnique)
               Calls({"annotation renamed top m", "annotation stateChanged top m", "annotation removed top m"}));
     EXPECT_EQ(other->getParentCompound(), nullptr);
     EXPECT_FALSE(graph.top->removeAnnotation("m"));
+    EXPECT_TRUE(graph.top->annotations().insert(other, 9)) << "past the end appends";
+    EXPECT_TRUE(graph.top->annotations().insert(Annotation::createNew(Annotation::eBackdrop, nullptr, "b"), 1));
+    EXPECT_EQ(namesOf(graph.top->annotations()), Names({"n", "b", "m"}));
+    EXPECT_FALSE(graph.top->annotations()[3u]);
 }
 
 TEST_F(AnnotationInGraph, StickyNoteFromBackdropTakesTextPlaceAndColour)

@@ -83,7 +83,7 @@ TEST_F(NodeInGraph, OddNamesAreFoundByNameAndByPath)
     EXPECT_EQ(problemsOf(*graph.top), Names());
 }
 
-TEST_F(NodeInGraph, ListsCopyAsFreeSelections)
+TEST_F(NodeInGraph, ListsCopyAsFreeSelectionsAndTakeAnyIndex)
 {
     NodeList selection(graph.top->nodes());
     EXPECT_EQ(selection.getParentCompound(), nullptr);
@@ -92,6 +92,11 @@ TEST_F(NodeInGraph, ListsCopyAsFreeSelections)
     EXPECT_EQ(graph.top->nodes().size(), 2u);
     EXPECT_FALSE(graph.top->nodes()[nullptr]);
     EXPECT_FALSE(graph.top->nodes()[2u]);
+    EXPECT_TRUE(selection.insert(source, 9));
+    EXPECT_EQ(namesOf(selection), Names({"sink", "source"}));
+    for (auto const& [name, index] : {std::pair{"x", 1u}, {"y", 9u}, {"z", kNotFound}})
+        EXPECT_TRUE(graph.top->nodes().insert(Node::createNew(nullptr, name), index));
+    EXPECT_EQ(namesOf(graph.top->nodes()), Names({"source", "x", "sink", "y", "z"})) << "past the end appends";
 }
 
 /// Refuses what it is told to refuse.

@@ -85,6 +85,14 @@ TEST_F(OwnedPortList, MoveShiftsThePortsBetween)
     EXPECT_TRUE(owner.takeCalls().empty());
 }
 
+TEST_F(OwnedPortList, InsertingPastTheEndAppendsAndNothingStandsThere)
+{
+    for (auto const& [name, index] : {std::pair{"x", 1u}, {"y", 9u}, {"z", kNotFound}, {"w", 0u}})
+        EXPECT_TRUE(list->insert(Port::createNew(name, eInput), index));
+    EXPECT_EQ(namesOf(*list), Names({"w", "a", "x", "b", "c", "d", "y", "z"}));
+    EXPECT_FALSE((*list)[8u] || (*list)[kNotFound]);
+}
+
 TEST_F(OwnedPortList, TakenNamesAreCountedUp)
 {
     EXPECT_STREQ(list->addPort("a", {}, eNoPortFlags)->getName(), "a1");
