@@ -44,12 +44,9 @@ ExitCode runDraw(DrawOptions const& options)
         writeError(QString("tav: the picture's name has to end in .svg, .png or .dot: %1").arg(output));
         return eWrongUsage;
     }
-    GraphInput input(options.file);
     auto const runtime = makeRuntime({});
     kit::Document document(runtime.get());
-    if (!openOrReport(input, document))
-        return eWrongInput;
-    AddRefWrapper<Compound> const compound = compoundAt(document, options.path, input.name());
+    AddRefWrapper<Compound> const compound = openCompound(options.file, options.path, document);
     if (!compound)
         return eWrongInput;
 

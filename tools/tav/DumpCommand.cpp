@@ -17,12 +17,9 @@ struct DumpOptions {
 
 ExitCode runDump(DumpOptions const& options)
 {
-    GraphInput input(options.file);
     auto const runtime = makeRuntime({});
     kit::Document document(runtime.get());
-    if (!openOrReport(input, document))
-        return eWrongInput;
-    AddRefWrapper<Compound> const compound = compoundAt(document, options.path, input.name());
+    AddRefWrapper<Compound> const compound = openCompound(options.file, options.path, document);
     if (!compound)
         return eWrongInput;
 

@@ -74,13 +74,16 @@ bool openOrReport(GraphInput& input, kit::Document& document)
     return false;
 }
 
-AddRefWrapper<Compound> compoundAt(kit::Document const& document, std::string const& path, QString const& fileName)
+AddRefWrapper<Compound> openCompound(std::string const& file, std::string const& path, kit::Document& document)
 {
+    GraphInput input(file);
+    if (!openOrReport(input, document))
+        return {};
     AddRefWrapper<Node> const node = document.findNodeFromPath(path.c_str());
     AddRefWrapper<Compound> const compound = node ? node->getAsCompound() : AddRefWrapper<Compound>();
     if (!compound) {
         char const* const what = node ? "is a node without a graph inside" : "leads to no node";
-        report(fileName, {{Severity::error, {}, QString("the path \"%1\" %2").arg(path.c_str(), what)}});
+        report(input.name(), {{Severity::error, {}, QString("the path \"%1\" %2").arg(path.c_str(), what)}});
     }
     return compound;
 }

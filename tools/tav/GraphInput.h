@@ -39,9 +39,10 @@ private:
 /// Reads a graph and all that is wrong with it into a document; what makes it unreadable is reported.
 bool openOrReport(GraphInput& input, TAV_marlo_v1::kit::Document& document);
 
-/// The graph at a path of a document, "/" being the whole; empty, after a message, when there is none.
-TAV_marlo_v1::AddRefWrapper<TAV_marlo_v1::Compound> compoundAt(TAV_marlo_v1::kit::Document const& document,
-                                                               std::string const& path, QString const& fileName);
+/// Reads a graph file into a document and finds the graph at a path of it, "/" being the whole.
+/// @return empty, after a message, when there is none
+TAV_marlo_v1::AddRefWrapper<TAV_marlo_v1::Compound> openCompound(std::string const& file, std::string const& path,
+                                                                 TAV_marlo_v1::kit::Document& document);
 
 /// A runtime with the library files of the command line. @return null, after a message, when one is unusable
 std::unique_ptr<TAV_marlo_v1::kit::StandardRuntime> makeRuntime(std::vector<std::string> const& libraryFiles);
