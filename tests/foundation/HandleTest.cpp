@@ -1,6 +1,5 @@
 #include <tav/AddRefWrapper.h>
 #include <tav/Flaggable.h>
-#include <tav/IndexedIteratable.h>
 #include <tav/ReferenceCounted.h>
 #include <tav/Types.h>
 
@@ -37,11 +36,6 @@ private:
 
 struct Derived : Counted {
     using Counted::Counted;
-};
-
-struct Numbers {
-    unsigned count() const { return 3; }
-    int at(unsigned index) const { return static_cast<int>(10 * index); }
 };
 
 struct HandleTest : testing::Test {
@@ -106,16 +100,6 @@ TEST(Flags, AMaskTestsForAnyOfItsBits)
     flags.clearFlag(eAnyIO);
     EXPECT_FALSE(flags.anySet());
     EXPECT_FALSE(Flaggable<NodeFlags>().anySet());
-}
-
-TEST(IndexedRange, WalksCountAndElement)
-{
-    Numbers const numbers;
-    IndexedIteratable<Numbers, int, &Numbers::count, &Numbers::at> const range(numbers);
-    std::vector<int> walked;
-    for (int const number : range)
-        walked.push_back(number);
-    EXPECT_EQ(walked, std::vector<int>({0, 10, 20}));
 }
 
 } // namespace TAV_marlo_v1

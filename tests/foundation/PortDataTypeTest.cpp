@@ -6,16 +6,6 @@
 
 namespace TAV_marlo_v1 {
 
-TEST(PortDataType, TakesNullTextsAsEmpty)
-{
-    AddRefWrapper<PortDataType> const type = PortDataType::createNew(nullptr, nullptr);
-    EXPECT_STREQ(type->getName(), "");
-    EXPECT_STREQ(type->getDefaultValue(), "");
-    EXPECT_EQ(type->getKind(), eUnknownKind);
-    EXPECT_EQ(type->getFCurveAccessor(), nullptr);
-    EXPECT_EQ(type->refCount(), 1u);
-}
-
 TEST(PortDataType, EnumItemsAreFoundByNameAndValue)
 {
     AddRefWrapper<PortDataType> const type = PortDataType::createNew("mode", "0");
@@ -49,6 +39,7 @@ TEST(PortDataType, IsEqualInNameDefaultKindAndItems)
     EXPECT_FALSE(*type == *make("mode", "1", eEnumKind, "off"));
     EXPECT_FALSE(*type == *make("mode", "0", eIntKind, "off"));
     EXPECT_FALSE(*type == *make("mode", "0", eEnumKind, "on"));
+    EXPECT_TRUE(*PortDataType::createNew(nullptr, nullptr) == *PortDataType::createNew("", ""));
 }
 
 } // namespace TAV_marlo_v1

@@ -1,5 +1,4 @@
 #include "foundation/SharedText.h"
-#include "foundation/NamedAccess.h"
 
 #include <gtest/gtest.h>
 
@@ -65,16 +64,6 @@ TEST(SharedText, ManyAreFoundWhileThePoolGrowsAndShrinks)
             EXPECT_EQ(SharedText::find(nameOf(i)), texts[static_cast<std::size_t>(i)].get());
         EXPECT_EQ(SharedText::find(nameOf(left)), nullptr);
     }
-}
-
-TEST(SharedText, AreWhatNamesAreKeptAs)
-{
-    Namable const name("a name of its own");
-    Namable copy;
-    NamedAccess::setText(copy, SharedTextRef(NamedAccess::text(name)));
-    EXPECT_EQ(&NamedAccess::text(copy), SharedText::find("a name of its own"));
-    NamedAccess::setText(copy, SharedTextRef(NamedAccess::text(copy)));
-    EXPECT_EQ(copy, name);
 }
 
 } // namespace TAV_marlo_v1::detail

@@ -22,27 +22,14 @@ TEST(StringMaking, NullIsTheEmptyTextWhereverItIsGiven)
     EXPECT_TRUE(text == static_cast<char const*>(nullptr));
 }
 
-TEST(StringMaking, TakesTheGivenNumberOfBytes)
+TEST(StringMoving, LeavesAnEmptyUsableTextUnlessOntoItselfAndEveryCopyAlone)
 {
-    String const text("abcdef", 3);
-    EXPECT_STREQ(text.toChar(), "abc");
-    EXPECT_EQ(text.size(), 3u);
-}
-
-TEST(StringCopying, ACopyStaysWhenItsSourceChanges)
-{
-    String source("one");
+    String source("one two", 3);
+    EXPECT_EQ(source.size(), 3u);
     String const copy(source);
-    source.append(" two");
+    String const taken(std::move(source.append("!")));
     EXPECT_STREQ(copy.toChar(), "one");
-    EXPECT_STREQ(source.toChar(), "one two");
-}
-
-TEST(StringMoving, AMovedFromTextIsEmptyAndUsableAgain)
-{
-    String source("one");
-    String const taken(std::move(source));
-    EXPECT_STREQ(taken.toChar(), "one");
+    EXPECT_STREQ(taken.toChar(), "one!");
     EXPECT_TRUE(source.empty());
     EXPECT_TRUE(String(source) == "");
     source.append("").append("new");
@@ -53,17 +40,10 @@ TEST(StringMoving, AMovedFromTextIsEmptyAndUsableAgain)
     EXPECT_STREQ(other.toChar(), "new");
     EXPECT_TRUE(source.empty());
     source = other;
+    String& alias = source;
+    source = std::move(alias);
+    source = alias;
     EXPECT_STREQ(source.toChar(), "new");
-}
-
-TEST(StringMoving, OntoItselfChangesNothing)
-{
-    String text("same");
-    String& alias = text;
-    text = std::move(alias);
-    EXPECT_STREQ(text.toChar(), "same");
-    text = alias;
-    EXPECT_STREQ(text.toChar(), "same");
 }
 
 TEST(StringAppending, TakesPartsOfTheTextItself)

@@ -61,16 +61,6 @@ TEST_F(Bracket, AnEndWithoutABeginningLeavesTheClientOpenForGood)
     EXPECT_TRUE(log.empty());
 }
 
-TEST_F(Bracket, MovingKeepsItOpenOnce)
-{
-    {
-        ChangeBracket first(client.get());
-        ChangeBracket const second(std::move(first));
-        EXPECT_TRUE(log.empty());
-    }
-    EXPECT_EQ(log, Log({"client"}));
-}
-
 TEST_F(Bracket, WhatWasAppendedEndsAfterwardsLastFirst)
 {
     LoggingClient third(log, "third");

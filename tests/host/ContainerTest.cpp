@@ -150,13 +150,6 @@ TEST_F(ContainerScope, ItsEditorMayDeleteItWhenTheBracketCloses)
     EXPECT_EQ(ofContainer.peekNotifierRegisteredWithCount(), 0u);
 }
 
-TEST_F(ContainerScope, HasNoOpinionOnConnectingUnlessTheHostGivesOne)
-{
-    String message("untouched");
-    EXPECT_EQ(container->canConnectWithClient("a", "o", "b", "i", message), eNotHandled);
-    EXPECT_EQ(message, "untouched");
-}
-
 // ---- registry by UUID
 
 TEST(ContainerUuid, LeadsToTheLastOneRegisteredUntilItDies)

@@ -51,27 +51,25 @@ TEST_F(Waypoints, BearTheAgreedNames)
         EXPECT_STREQ(runtime->waypointName(static_cast<Instrumentable::Waypoints>(i)), waypoints[i]);
     EXPECT_EQ(runtime->waypointName(static_cast<Instrumentable::Waypoints>(5)), nullptr);
 
-    PELWaypointAttribute const* const attributes[] = {
-        &runtime->editorCreateWaypoint_id(),        &runtime->editorDestroyWaypoint_id(),
-        &runtime->editorDestroyWaypoint_duration(), &runtime->graphCreateWaypoint_id(),
-        &runtime->nodeCreateWaypoint_graphId(),     &runtime->nodeCreateWaypoint_type(),
-        &runtime->nodeCreateWaypoint_method(),      &runtime->contentBrowserWaypoint_template(),
-        &runtime->contentBrowserWaypoint_category()};
-    char const* const expected[][2] = {{"TAV.EDITOR.CREATE", "TAV.EDITOR.ID"},
-                                       {"TAV.EDITOR.DESTROY", "TAV.EDITOR.ID"},
-                                       {"TAV.EDITOR.DESTROY", "TAV.EDITOR.USED_DURATION"},
-                                       {"TAV.GRAPH.CREATION", "TAV.GRAPH.CREATION.ID"},
-                                       {"TAV.GRAPH.NODE.CREATION", "TAV.GRAPH.ID"},
-                                       {"TAV.GRAPH.NODE.CREATION", "TAV.GRAPH.NODE.CREATION.TYPE"},
-                                       {"TAV.GRAPH.NODE.CREATION", "TAV.GRAPH.NODE.CREATION.METHOD"},
-                                       {"TAV.GRAPH.BROWSER", "TAV.GRAPH.BROWSER.SELECTED_TEMPLATE"},
-                                       {"TAV.GRAPH.BROWSER", "TAV.GRAPH.BROWSER.CATEGORY"}};
-    for (std::size_t i = 0; i < std::size(expected); ++i) {
-        EXPECT_STREQ(attributes[i]->getWaypoint().getName(), expected[i][0]) << i;
-        EXPECT_STREQ(attributes[i]->getName(), expected[i][1]) << i;
+    struct {
+        PELWaypointAttribute const& attribute;
+        char const *waypoint, *name;
+    } const attributes[] = {
+        {runtime->editorCreateWaypoint_id(), "TAV.EDITOR.CREATE", "TAV.EDITOR.ID"},
+        {runtime->editorDestroyWaypoint_id(), "TAV.EDITOR.DESTROY", "TAV.EDITOR.ID"},
+        {runtime->editorDestroyWaypoint_duration(), "TAV.EDITOR.DESTROY", "TAV.EDITOR.USED_DURATION"},
+        {runtime->graphCreateWaypoint_id(), "TAV.GRAPH.CREATION", "TAV.GRAPH.CREATION.ID"},
+        {runtime->nodeCreateWaypoint_graphId(), "TAV.GRAPH.NODE.CREATION", "TAV.GRAPH.ID"},
+        {runtime->nodeCreateWaypoint_type(), "TAV.GRAPH.NODE.CREATION", "TAV.GRAPH.NODE.CREATION.TYPE"},
+        {runtime->nodeCreateWaypoint_method(), "TAV.GRAPH.NODE.CREATION", "TAV.GRAPH.NODE.CREATION.METHOD"},
+        {runtime->contentBrowserWaypoint_template(), "TAV.GRAPH.BROWSER", "TAV.GRAPH.BROWSER.SELECTED_TEMPLATE"},
+        {runtime->contentBrowserWaypoint_category(), "TAV.GRAPH.BROWSER", "TAV.GRAPH.BROWSER.CATEGORY"}};
+    for (auto const& [attribute, waypoint, name] : attributes) {
+        EXPECT_STREQ(attribute.getWaypoint().getName(), waypoint);
+        EXPECT_STREQ(attribute.getName(), name);
     }
-    EXPECT_EQ(&runtime->editorDestroyWaypoint_id(), attributes[1]);
-    EXPECT_EQ(&runtime->editorDestroyWaypoint(), &attributes[1]->getWaypoint());
+    EXPECT_EQ(&runtime->editorDestroyWaypoint_id(), &attributes[1].attribute);
+    EXPECT_EQ(&runtime->editorDestroyWaypoint(), &attributes[1].attribute.getWaypoint());
 }
 
 TEST_F(Waypoints, RegisteringAContainerReportsTheGraphIfThereIsAConnection)

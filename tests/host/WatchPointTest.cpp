@@ -94,14 +94,11 @@ TEST(BaseWatchPoint, RecordsNothing)
     EXPECT_FALSE(watchPoint->enabled());
     StringArray texts("kept");
     String text("kept");
-    EXPECT_FALSE(watchPoint->getAvailableParameters(texts));
-    EXPECT_FALSE(watchPoint->getParameterAcceptableValues("p", texts));
-    EXPECT_FALSE(watchPoint->getRecordedParameters(texts));
-    EXPECT_FALSE(watchPoint->getRecordedValues("p", texts));
-    EXPECT_FALSE(watchPoint->getParameterDescription("p", text));
-    EXPECT_FALSE(watchPoint->getParameterValue("p", text));
-    EXPECT_FALSE(watchPoint->getParameterValueDescription("p", "v", text));
-    EXPECT_FALSE(watchPoint->setParameterValue("p", "v"));
+    EXPECT_FALSE(watchPoint->getAvailableParameters(texts) || watchPoint->getParameterAcceptableValues("p", texts)
+                 || watchPoint->getRecordedParameters(texts) || watchPoint->getRecordedValues("p", texts));
+    EXPECT_FALSE(watchPoint->getParameterDescription("p", text) || watchPoint->getParameterValue("p", text)
+                 || watchPoint->getParameterValueDescription("p", "v", text)
+                 || watchPoint->setParameterValue("p", "v"));
     EXPECT_EQ(texts, StringArray("kept"));
     EXPECT_EQ(text, "kept");
 }
