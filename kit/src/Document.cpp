@@ -5,6 +5,7 @@
 
 #include <tav/Runtime.h>
 #include <tav/kit/StandardCompound.h>
+#include <tav/kit/StandardRuntime.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
@@ -47,7 +48,10 @@ Document::Document(Runtime* runtime)
 {
     AddRefWrapper<Node> const node = Node::createNew(this, "untitled");
     node->setNodeTypeName("compound");
-    m_impl->top = StandardCompound::createNew(node, nullptr);
+    if (auto* const standard = dynamic_cast<StandardRuntime*>(runtime))
+        m_impl->top = standard->makeCompound(node, node->getNodeTypeName());
+    else
+        m_impl->top = StandardCompound::createNew(node, nullptr);
     setTopNode(node);
     getEditorNotifier().registerEditor(&m_impl->watch);
     getEditorNotifier().registerEditor(&m_impl->endOfStackChanges);

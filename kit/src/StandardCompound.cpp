@@ -17,6 +17,12 @@ Container* containerOf(Compound const& compound)
     return owner ? owner->getContainer() : nullptr;
 }
 
+/// Null where the compound is in no graph, or one of another kind of runtime.
+StandardRuntime* standardRuntimeOf(Container const* container)
+{
+    return dynamic_cast<StandardRuntime*>(container ? container->getRuntime() : nullptr);
+}
+
 bool isCompoundText(char const* text)
 {
     static constexpr char root[] = "<tavCompound";
@@ -68,7 +74,10 @@ AddRefWrapper<Node> StandardCompound::createNodeFromPreset(char const* path)
 
     String const text = StandardRuntime::getPresetText(definition);
     if (text.empty()) {
-        AddRefWrapper<Node> const node = Node::createNew(container, definition->getName());
+        AddRefWrapper<Node> node = createBareNode(definition->getName(), eNoNodeFlags);
+        if (!node)
+            node = Node::createNew(container, nullptr);
+        node->setName(definition->getName());
         node->setNodeTypeName(definition->getName(), definition->getNiceName());
         return nodes().add(node) ? node : AddRefWrapper<Node>();
     }
@@ -83,14 +92,16 @@ AddRefWrapper<Node> StandardCompound::createNodeFromPreset(char const* path)
 AddRefWrapper<Node> StandardCompound::createBareNode(char const* typeName, NodeFlags flags)
 {
     Container* const container = containerOf(*this);
-    auto const* const runtime = dynamic_cast<StandardRuntime const*>(container ? container->getRuntime() : nullptr);
+    StandardRuntime* const runtime = standardRuntimeOf(container);
     if (runtime && runtime->knowsNodeType(typeName))
-        return Node::createNew(container, nullptr);
+        return runtime->makeNode(container, typeName);
     return Compound::createBareNode(typeName, flags);
 }
 
-AddRefWrapper<Compound> StandardCompound::createBareCompound(AddRefWrapper<Node> const& owner, char const*)
+AddRefWrapper<Compound> StandardCompound::createBareCompound(AddRefWrapper<Node> const& owner, char const* typeName)
 {
+    if (StandardRuntime* const runtime = standardRuntimeOf(owner->getContainer()))
+        return runtime->makeCompound(owner, typeName);
     return createNew(owner, nullptr);
 }
 

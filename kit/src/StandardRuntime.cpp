@@ -192,6 +192,16 @@ bool StandardRuntime::knowsNodeType(char const* type) const
     return type && (m_impl->types.count(type) > 0 || getNodeDefinitionFromPresetPath(type));
 }
 
+AddRefWrapper<Node> StandardRuntime::makeNode(Container* container, char const*)
+{
+    return Node::createNew(container, nullptr);
+}
+
+AddRefWrapper<Compound> StandardRuntime::makeCompound(AddRefWrapper<Node> const& owner, char const*)
+{
+    return StandardCompound::createNew(owner, nullptr);
+}
+
 String StandardRuntime::getPresetText(AddRefWrapper<NodeDefinition> const& definition)
 {
     auto const* const preset = dynamic_cast<PresetDefinition const*>(definition.get());

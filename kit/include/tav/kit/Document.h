@@ -12,8 +12,9 @@ namespace TAV_marlo_v1::kit {
 
 /// A top-level graph that lives in a file. Paths are UTF-8.
 ///
-/// The top compound, a StandardCompound, stays the same object for the document's whole life:
-/// opening replaces what is in it. Errors name the file and, where text is wrong, line and column.
+/// The top compound stays the same object for the document's whole life: opening replaces what is in
+/// it. StandardRuntime::makeCompound makes it; with a runtime of another kind it is a StandardCompound.
+/// Errors name the file and, where text is wrong, line and column.
 class TAV_KIT_API Document : public Container {
 public:
     struct Impl; // the private record, known inside the kit alone

@@ -6,8 +6,8 @@
 
 namespace TAV_marlo_v1::kit {
 
-/// A compound that makes its nodes from the presets of a StandardRuntime, and compounds of its own
-/// kind inside, whether they are asked for or read from text.
+/// A compound that makes its nodes from the presets of a StandardRuntime, and the compounds inside,
+/// whether they are asked for or read from text. The runtime decides of what classes they are.
 class TAV_KIT_API StandardCompound : public Compound {
 public:
     /// Makes the compound of the owner node; a null `name` keeps the owner's.
@@ -20,8 +20,9 @@ public:
     /// A copy of the preset at that path, under the next free name. A definition without text gives a
     /// node without ports. @return empty when the path leads nowhere, or after a veto
     AddRefWrapper<Node> createNodeFromPreset(char const* path) override;
-    /// A plain node if the runtime knows the type. @see StandardRuntime::knowsNodeType
+    /// StandardRuntime::makeNode, if the runtime knows the type.
     AddRefWrapper<Node> createBareNode(char const* typeName, NodeFlags flags) override;
+    /// StandardRuntime::makeCompound; a StandardCompound without such a runtime.
     AddRefWrapper<Compound> createBareCompound(AddRefWrapper<Node> const& owner, char const* typeName) override;
 
 protected:

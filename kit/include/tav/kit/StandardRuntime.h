@@ -2,6 +2,8 @@
 
 #include <tav/kit/Export.h>
 
+#include <tav/Compound.h>
+#include <tav/Node.h>
 #include <tav/NodeDefinition.h>
 #include <tav/Runtime.h>
 #include <tav/StatusStr.h>
@@ -19,6 +21,8 @@ namespace TAV_marlo_v1::kit {
 /// A library file is the text of a compound of type "library". Compounds of that type in it are
 /// sub-libraries; every other node or compound is a definition, named as the node is, and a preset:
 /// nodes are made from its text. The metadata entry "uiname" gives a definition its nice name.
+///
+/// A runtime with classes of its own derives from it and overrides makeNode and makeCompound.
 class TAV_KIT_API StandardRuntime : public Runtime {
 public:
     explicit StandardRuntime(char const* name = "standard");
@@ -35,6 +39,13 @@ public:
     /// Whether a definition bears that name or makes nodes of that type: a preset may be called otherwise
     /// than what it makes, and several presets may make the same.
     bool knowsNodeType(char const* type) const;
+
+    // What a StandardCompound of this runtime, and a Document, make their objects by.
+
+    /// A node outside of any graph, without name, type and ports. Here a plain Node.
+    virtual AddRefWrapper<Node> makeNode(Container* container, char const* type);
+    /// The compound of the owner node, already set as its owned compound. Here a StandardCompound.
+    virtual AddRefWrapper<Compound> makeCompound(AddRefWrapper<Node> const& owner, char const* type);
 
     /// The graph text that nodes of this definition are made from, rooted at "tavNode" or "tavCompound";
     /// "" for a definition that came from somewhere else.
