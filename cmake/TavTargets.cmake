@@ -7,7 +7,7 @@ function(tav_add_subsystem name)
     # Also for the private tests: they hold these objects themselves and import nothing.
     target_compile_definitions(${target} PUBLIC TAV_BUILDING)
     target_include_directories(${target} PUBLIC "${PROJECT_SOURCE_DIR}/include" "${PROJECT_SOURCE_DIR}/src")
-    target_link_libraries(${target} PUBLIC pel_1_2 Qt6::Core EXPAT::EXPAT)
+    target_link_libraries(${target} PUBLIC pel_1_2 Qt6::Core Qt6::Gui EXPAT::EXPAT)
     set_property(GLOBAL APPEND PROPERTY TAV_SUBSYSTEMS ${target})
 endfunction()
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/SharedText.h"
 #include "graph/NodeListImpl.h"
 #include "graph/PortListImpl.h"
 
@@ -64,6 +65,11 @@ public:
     /// Gives an IO node the inner ports unless another one shows them already. Tells nobody.
     static void fillIONode(Compound& compound, Node& ioNode);
 
+    /// The IO node's list lets the inner ports go, and is empty. @return whether it showed any list
+    static bool stopShowing(Node& ioNode) noexcept;
+    /// Lets this IO node show the inner ports instead of the one that does. Tells nobody.
+    static void takeOverPresentation(Compound& compound, Node& ioNode);
+
     /// The IO node left the compound: the next one of its kind, if any, shows the ports from now on.
     static void handOverPresentation(Compound& compound, Node& ioNode) noexcept;
 
@@ -76,6 +82,13 @@ public:
     /// Takes the node out of the compound it is in, unasked and untold; its connections stay.
     static void takeOut(Compound& compound, Node& node) noexcept;
     static void takeOut(Compound& compound, Annotation& annotation) noexcept;
+    /// Moves the node, which is no IO node, to another compound as it is, with its connections. Both
+    /// compounds are asked and told as of a removal and an addition, but nobody hears that it was deleted.
+    /// @param name what it is to be called there; a taken name becomes the next free one
+    /// @return false after a veto or when the target lies within the node
+    static bool moveNode(Node& node, Compound& target, unsigned index, detail::SharedTextRef const& name);
+    static bool moveAnnotation(Annotation& annotation, Compound& target, unsigned index,
+                               detail::SharedTextRef const& name);
     /// Lets go of the compound when its owner node dies or gets another one.
     static void disown(Compound& compound) noexcept;
     static void own(Compound& compound, Node& owner) noexcept;

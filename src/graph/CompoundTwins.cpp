@@ -130,6 +130,31 @@ void CompoundAccess::fillIONode(Compound& compound, Node& ioNode)
     inner.setPresentation(&PortAccess::impl(shown));
 }
 
+bool CompoundAccess::stopShowing(Node& ioNode) noexcept
+{
+    bool showed = false;
+    for (PortList* list : {&ioNode.inputs(), &ioNode.outputs()}) {
+        PortList::Impl& record = PortAccess::impl(*list);
+        if (!record.presented)
+            continue;
+        record.presented->setPresentation(nullptr);
+        record.ports.clear();
+        showed = true;
+    }
+    return showed;
+}
+
+void CompoundAccess::takeOverPresentation(Compound& compound, Node& ioNode)
+{
+    PortList::Impl& inner = PortAccess::impl(innerList(compound, ioNode.testFlag(eInputIO) ? eInput : eOutput));
+    if (Node* const shower = inner.presentation ? PortAccess::asNode(inner.presentation->owner) : nullptr) {
+        if (shower == &ioNode)
+            return;
+        stopShowing(*shower);
+    }
+    fillIONode(compound, ioNode);
+}
+
 void CompoundAccess::handOverPresentation(Compound& compound, Node& ioNode) noexcept
 {
     for (PortList* list : {&ioNode.inputs(), &ioNode.outputs()}) {

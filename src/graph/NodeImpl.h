@@ -53,6 +53,9 @@ public:
     /// @param nameIsFree the caller knows that no node in the list has that name
     static void join(NodeList::Impl& list, Node& node, unsigned index, bool nameIsFree = false);
 
+    /// Moves a node of the list to that index, asking and telling nobody; past the end is the end.
+    static void place(NodeList& list, Node& node, unsigned index);
+
     /// Tells what happened to a node, by the node itself.
     static void notify(Node& node, ENodeChangeType type);
     /// The node's part in the message counts of the compounds around it, with what its compound holds.

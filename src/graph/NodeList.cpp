@@ -3,6 +3,8 @@
 #include "graph/CompoundImpl.h"
 #include "graph/NodeImpl.h"
 
+#include <algorithm>
+
 namespace TAV_marlo_v1 {
 
 NodeList NodeList::createNew(Compound* compound)
@@ -186,6 +188,12 @@ void NodeAccess::join(NodeList::Impl& list, Node& node, unsigned index, bool nam
     if (isIONode)
         compound.ioNodes.push_back(&node);
     CompoundAccess::addMessageCounts(list.compound, messageCounts(node), +1);
+}
+
+void NodeAccess::place(NodeList& list, Node& node, unsigned index)
+{
+    detail::NamedList<Node>& nodes = impl(list).nodes;
+    nodes.move(nodes.indexOf(&node), std::min(index, nodes.size() - 1));
 }
 
 } // namespace TAV_marlo_v1

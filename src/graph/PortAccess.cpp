@@ -264,6 +264,23 @@ void PortAccess::takeOut(PortList& list, Port& port) noexcept
     setDetached(port, true);
 }
 
+void PortAccess::dropEmptyChildList(Port& port) noexcept
+{
+    PortList* const children = impl(port).children.get();
+    if (!children || !children->empty() || hasFlag(port, eFanIn))
+        return;
+    impl(*children).parentPort = nullptr;
+    impl(port).children.reset();
+}
+
+void PortAccess::endFanInKeepingChildren(Port& port)
+{
+    if (!hasFlag(port, eFanIn) || !port.canClearFlag(eFanIn))
+        return;
+    setFlags(port, eFanIn, false);
+    Port::tellFlagChanged(AddRefWrapper<Port>(&port), eFanIn, false);
+}
+
 void PortAccess::swapPorts(PortList& a, PortList& b) noexcept
 {
     PortList::Impl& ofA = impl(a);
@@ -326,6 +343,14 @@ void PortAccess::unlinkAll(Port& top) noexcept
 void PortAccess::setConnectionOrder(Port& port, std::vector<Port*> const& order)
 {
     impl(*impl(port).connections).ports.reorder(order);
+}
+
+void PortAccess::placeLastConnection(Port& port, Port const& other, unsigned place)
+{
+    detail::NamedList<Port>& links = impl(*impl(port).connections).ports;
+    unsigned const last = links.size() - 1;
+    if (place < last && links.at(last) == &other)
+        links.move(last, place);
 }
 
 PortList::Impl* PortAccess::home(Port const& port) noexcept

@@ -100,6 +100,10 @@ public:
     static void append(PortList& list, Port& port);
     /// Takes the port out of a list, unasked; it has no owner afterwards.
     static void takeOut(PortList& list, Port& port) noexcept;
+    /// Takes the child list away when it holds nothing and the port is no fan-in port.
+    static void dropEmptyChildList(Port& port) noexcept;
+    /// As clearing eFanIn, but what were the port's children before it was set stays.
+    static void endFanInKeepingChildren(Port& port);
     /// Exchanges the ports of two lists of owners, with the IO nodes that show them.
     static void swapPorts(PortList& a, PortList& b) noexcept;
     /// One link between the two, each listing the other; all or nothing.
@@ -110,6 +114,8 @@ public:
     static void unlinkAll(Port& port) noexcept;
     /// Puts the connections of a port into that order, which holds exactly the connected ports.
     static void setConnectionOrder(Port& port, std::vector<Port*> const& order);
+    /// Puts the connection made last, which is with `other`, to that place in the port's list.
+    static void placeLastConnection(Port& port, Port const& other, unsigned place);
 
     /// The other side of a compound port (or of a child of one), null for any other port.
     static Port* twin(Port const& port);

@@ -156,20 +156,6 @@ void ItemCommit::handOutNames(Names const& names) noexcept
         *names.sources = std::move(m_sourceNames);
 }
 
-namespace {
-
-/// Lets an IO node's list go that shows inner ports.
-void stopShowing(PortList& list) noexcept
-{
-    PortList::Impl& record = PortAccess::impl(list);
-    if (!record.presented)
-        return;
-    record.presented->setPresentation(nullptr);
-    record.ports.clear();
-}
-
-} // namespace
-
 void ItemCommit::takeBack() noexcept
 {
     for (auto const& [port, other] : m_addedLinks)
@@ -182,8 +168,7 @@ void ItemCommit::takeBack() noexcept
         Node& node = *m_items.nodes[--m_addedNodes];
         if (NodeAccess::impl(node).home != &NodeAccess::impl(m_target.nodes()))
             continue; // it was refused
-        stopShowing(node.inputs());
-        stopShowing(node.outputs());
+        CompoundAccess::stopShowing(node);
         CompoundAccess::takeOut(m_target, node);
     }
     for (auto const& [list, port] : m_addedPorts)
