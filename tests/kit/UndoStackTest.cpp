@@ -1,9 +1,8 @@
 #include <tav/kit/UndoStack.h>
 
-#include <tav/HostEditor.h>
-#include <tav/NodeList.h>
 #include <tav/kit/Document.h>
 #include <tav/kit/StandardRuntime.h>
+#include <tav/tav.h>
 
 #include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
@@ -261,6 +260,22 @@ TEST_F(UndoStackSteps, TheCallbackHearsOfEveryChange)
     stack.redo();
     stack.clear();
     EXPECT_EQ(heard, QStringList({"1a", "0", "1a", "0"}));
+}
+
+template <class... Commands>
+unsigned keptOf(kit::UndoStack& stack)
+{
+    return (0u + ... + unsigned(stack.push(Commands(), "")));
+}
+
+TEST_F(UndoStackSteps, EveryCommandThatCanBeUndoneFits)
+{
+    unsigned const kept = keptOf<ConnectNodesCommand, CreateCompoundCommand, ExplodeCompoundCommand, MetadataCommand,
+                                 ModifyCompoundAnnotationCommand, ModifyCompoundPortCommand, ModifyNodePortCommand,
+                                 NewConnectCommand, NodeCommand, PasteCommand, WatchPointCommand>(stack);
+    EXPECT_EQ(kept, 0u) << "empty ones do nothing";
+    keptOf<ConnectCommand, RecursiveDisconnectAllCommand>(stack);
+    EXPECT_EQ(stack.count(), 2u) << "these act before";
 }
 
 // ---- with a document
