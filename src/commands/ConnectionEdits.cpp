@@ -5,6 +5,7 @@
 
 #include <tav/Compound.h>
 
+#include <algorithm>
 #include <optional>
 
 namespace TAV_marlo_v1::detail {
@@ -36,8 +37,8 @@ public:
             return true;
         if (!a->addConnection(b, /*copyMetadata=*/false))
             return false;
-        PortAccess::placeLastConnection(*a, *b, m_placeInA);
-        PortAccess::placeLastConnection(*b, *a, m_placeInB);
+        PortAccess::placeConnection(*a, *b, m_placeInA);
+        PortAccess::placeConnection(*b, *a, m_placeInB);
         return true;
     }
 
@@ -128,6 +129,52 @@ bool makeConnection(EditLog& log, Port& a, Port& b, bool copyMetadata)
     AddRefWrapper<Port> const second(&b);
     return log.change(std::make_unique<MadeConnection>(a, b, copyMetadata),
                       [&] { return a.addConnection(second, copyMetadata); });
+}
+
+// ---- connections that go with their node
+
+LostConnections::LostConnections(Node const& node)
+{
+    note(node.inputs(), node.testFlag(eAnyIO));
+    note(node.outputs(), node.testFlag(eAnyIO));
+}
+
+void LostConnections::note(PortList const& list, bool withTwins)
+{
+    PortAccess::impl(list).ports.forEach([&](Port const& port) { note(port, withTwins); });
+}
+
+void LostConnections::note(Port const& port, bool withTwins)
+{
+    unsigned place = 0;
+    for (AddRefWrapper<Port> const& other : port.connectedTo())
+        m_connections.push_back({PortAddress(port), PortAddress(*other), place++, placeOf(port, *other)});
+    if (Port const* const twin = withTwins ? PortAccess::twin(port) : nullptr)
+        note(*twin, false);
+    if (PortList const* const children = PortAccess::impl(port).children.get())
+        note(*children, withTwins);
+}
+
+void LostConnections::restore(Scene const& scene) const
+{
+    struct End {
+        AddRefWrapper<Port> port, other;
+        unsigned place;
+    };
+    std::vector<End> ends;
+    for (Connection const& connection : m_connections) {
+        AddRefWrapper<Port> const mine = connection.mine.find(scene);
+        AddRefWrapper<Port> const other = connection.other.find(scene);
+        if (!mine || !other || placeOf(*other, *mine) != kNotFound || !mine->addConnection(other, false))
+            continue;
+        ends.push_back({mine, other, connection.placeInMine});
+        ends.push_back({other, mine, connection.placeInOther});
+    }
+    // All are at the ends of their lists now. In the order of their places each finds those in front of
+    // it in place.
+    std::stable_sort(ends.begin(), ends.end(), [](End const& a, End const& b) { return a.place < b.place; });
+    for (End const& end : ends)
+        PortAccess::placeConnection(*end.port, *end.other, end.place);
 }
 
 } // namespace TAV_marlo_v1::detail

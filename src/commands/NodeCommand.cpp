@@ -311,6 +311,8 @@ bool NodeCommand::Impl::bringBack(RemoveRecord& record, Renamings& renamings)
     } else if (record.removed) {
         record.removed->restorePorts(scene);
     }
+    if (record.removed)
+        record.removed->restoreConnections(scene);
     if (record.disconnectCommand)
         CommandAccess::undo(*record.disconnectCommand, &renamings);
     record.isGone = false;

@@ -16,6 +16,7 @@ RemovedNode::RemovedNode(Node const& node)
     , m_isSavedAsCompound(node.isCompound() && !node.getAsCompound()->isReferenced())
     , m_text(m_isSavedAsCompound ? node.getAsCompound()->saveToString(nullptr) : node.saveToString(nullptr))
     , m_extras(node)
+    , m_connections(node)
 {
     if (node.testFlag(eAnyIO))
         noteShownPorts(node);
@@ -162,7 +163,9 @@ public:
         AddRefWrapper<Compound> const compound = m_compound.findCompound(scene);
         if (!compound)
             return false;
-        return compound->nodes()[m_name.chars()] || m_removed.restore(scene);
+        bool const isThere = compound->nodes()[m_name.chars()] || m_removed.restore(scene);
+        m_removed.restoreConnections(scene);
+        return isThere;
     }
 
 private:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "commands/ConnectionEdits.h"
 #include "commands/EditLog.h"
 #include "commands/NodeExtras.h"
 #include "commands/PortState.h"
@@ -22,8 +23,10 @@ public:
     bool isSavedAsCompound() const noexcept { return m_isSavedAsCompound; }
     /// @return empty when the compound is gone, or after a veto
     AddRefWrapper<Node> restore(Scene const& scene) const;
-    /// For an IO node that stayed after all: only the compound ports that went.
+    /// For an IO node that stayed after all: the compound ports that went.
     void restorePorts(Scene const& scene) const;
+    /// Of the node restored, or of the one that stayed: those that went unnoted by anybody else.
+    void restoreConnections(Scene const& scene) const { m_connections.restore(scene); }
 
 private:
     struct PortPair {
@@ -38,6 +41,7 @@ private:
     bool m_isSavedAsCompound;
     String m_text;
     NodeExtras m_extras;
+    LostConnections m_connections;
     // Of an IO node: the compound ports that it shows, which go with it.
     bool m_isShowing = false;
     PortIOType m_shownType = eInput; // of their outside

@@ -4,6 +4,8 @@
 #include "graph/NodeImpl.h"
 #include "graph/PortImpl.h"
 
+#include <new>
+
 namespace TAV_marlo_v1 {
 
 PortList& CompoundAccess::outerList(Node& owner, PortIOType outsideType) noexcept
@@ -172,8 +174,12 @@ void CompoundAccess::handOverPresentation(Compound& compound, Node& ioNode) noex
                 nextIndex = index;
             }
         }
-        if (next && inner->ports.empty()) // its ports went with the node that left
-            fillIONode(compound, *next);
+        try {
+            if (next) // most often of nothing: the ports went with the node that left, but for those refused
+                fillIONode(compound, *next);
+        } catch (std::bad_alloc const&) {
+            stopShowing(*next);
+        }
     }
 }
 

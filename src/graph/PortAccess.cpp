@@ -345,12 +345,11 @@ void PortAccess::setConnectionOrder(Port& port, std::vector<Port*> const& order)
     impl(*impl(port).connections).ports.reorder(order);
 }
 
-void PortAccess::placeLastConnection(Port& port, Port const& other, unsigned place)
+void PortAccess::placeConnection(Port& port, Port const& other, unsigned place)
 {
     detail::NamedList<Port>& links = impl(*impl(port).connections).ports;
-    unsigned const last = links.size() - 1;
-    if (place < last && links.at(last) == &other)
-        links.move(last, place);
+    if (unsigned const from = links.indexOf(&other); from != kNotFound)
+        links.move(from, std::min(place, links.size() - 1));
 }
 
 PortList::Impl* PortAccess::home(Port const& port) noexcept

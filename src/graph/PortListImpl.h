@@ -114,8 +114,8 @@ public:
     static void unlinkAll(Port& port) noexcept;
     /// Puts the connections of a port into that order, which holds exactly the connected ports.
     static void setConnectionOrder(Port& port, std::vector<Port*> const& order);
-    /// Puts the connection made last, which is with `other`, to that place in the port's list.
-    static void placeLastConnection(Port& port, Port const& other, unsigned place);
+    /// Moves the connection with `other` to that place in the port's list; past the end is the end.
+    static void placeConnection(Port& port, Port const& other, unsigned place);
 
     /// The other side of a compound port (or of a child of one), null for any other port.
     static Port* twin(Port const& port);
