@@ -18,5 +18,6 @@ void addFormatCommand(CLI::App& app, ExitCode& outcome);
 void addDumpCommand(CLI::App& app, ExitCode& outcome);
 void addDrawCommand(CLI::App& app, ExitCode& outcome);
 void addLibraryCommand(CLI::App& app, ExitCode& outcome);
+void addEditCommand(CLI::App& app, ExitCode& outcome);
 
 } // namespace tool

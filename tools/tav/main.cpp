@@ -26,7 +26,7 @@ int main(int argc, char** argv)
     QCoreApplication const application(argc, argv);
     tool::useBinaryStreams();
 
-    CLI::App app("Looks at node graphs, checks them, lays out their text and draws them.", "tav");
+    CLI::App app("Looks at node graphs, checks them, lays out their text, draws and edits them.", "tav");
     app.require_subcommand(1);
     app.footer("\"tav COMMAND --help\" shows what a command does, with examples.\n"
                "Exit codes: 0 all right, 1 something is wrong with the input, 2 wrong usage.");
@@ -37,6 +37,7 @@ int main(int argc, char** argv)
     tool::addDumpCommand(app, outcome);
     tool::addDrawCommand(app, outcome);
     tool::addLibraryCommand(app, outcome);
+    tool::addEditCommand(app, outcome);
 
     try {
         app.parse(argumentsFromTheRight(application));
