@@ -113,6 +113,7 @@ bool Evaluation::compute(PortHandle const& port, std::vector<PortHandle> const& 
         return false;
     }
     std::vector<double> inputs;
+    inputs.reserve(sources.size());
     for (PortHandle const& source : sources)
         inputs.push_back(m_entries[source.get()].value);
     value = type->compute(inputs.data());
