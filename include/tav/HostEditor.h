@@ -13,7 +13,8 @@ class Port;
 
 /// The receiver of change notifications that an editor implements; every callback does nothing by
 /// default. Register it with any number of notifiers; its destructor leaves them all. Callbacks may
-/// change the graph, register, unregister, and delete this editor or the notifier that is calling.
+/// change the graph, register, unregister, and delete this editor or the notifier that is calling. What
+/// a callback throws ends there: the change is made, and the next editor is told.
 class TAV_API HostEditor {
 public:
     HostEditor() noexcept = default;

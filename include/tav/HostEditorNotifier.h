@@ -15,6 +15,7 @@ class Port;
 /// The sender of change notifications. While a bracket is open on it, changes are kept and handed
 /// over when the outermost bracket closes, editor by editor in the order of registration; otherwise
 /// they are delivered at once. A change equal to the one before it is kept once, except connections.
+/// Where memory ends, a change that would have to be kept is not told.
 class TAV_API HostEditorNotifier : public ChangeBracketClient {
 public:
     HostEditorNotifier() noexcept = default;

@@ -245,9 +245,9 @@ void NodeCommand::Impl::rename(RenameRecord& record)
     AddRefWrapper<Node> const node = parent ? parent->nodes()[record.oldName.chars()] : AddRefWrapper<Node>();
     if (!node)
         return;
-    record.isDone = true;
     node->setName(record.newName.chars());
     record.newName = SharedTextRef(NamedAccess::text(*node));
+    record.isDone = true;
 }
 
 // ---- undo

@@ -190,8 +190,17 @@ void PortAccess::setMetadataInStep(Port& port, char const* key, char const* valu
 {
     AddRefWrapper<Port> const kept(&port);
     AddRefWrapper<Port> const other(twin(port));
+    // Both sides or none, also where memory ends.
+    PropertyList former = other && metadata(port) ? *metadata(port) : PropertyList();
     bool const changed = setMetadata(port, key, value);
-    bool const otherChanged = other && setMetadata(*other, key, value);
+    bool otherChanged = false;
+    try {
+        otherChanged = other && setMetadata(*other, key, value);
+    } catch (...) {
+        if (changed)
+            impl(port).extras->metadata.swap(former);
+        throw;
+    }
     if (changed)
         port.notifyChange(ePortMetadataChanged);
     if (otherChanged)

@@ -3,6 +3,7 @@
 #include "host/HostEditorNotifierImpl.h"
 #include "host/NotifierAccess.h"
 
+#include <new>
 #include <utility>
 
 namespace TAV_marlo_v1 {
@@ -33,6 +34,16 @@ private:
     Record* m_record;
 };
 
+/// Whoever reports a change is in the middle of it, and often of more than this one: what an editor throws
+/// ends there, and the next editor is told.
+void tell(HostEditor& editor, PostponedChange const& change) noexcept
+{
+    try {
+        change.execute(&editor);
+    } catch (...) { // NOLINT(bugprone-empty-catch): see above
+    }
+}
+
 } // namespace
 
 // ---- the record
@@ -50,7 +61,7 @@ void HostEditorNotifier::Record::deliverNow(PostponedChange const& change)
     Kept const kept(this);
     editors.tellEach([&change](auto const& recipient) {
         if (HostEditor* const editor = recipient.get())
-            change.execute(editor);
+            tell(*editor, change);
     });
 }
 
@@ -79,7 +90,11 @@ void HostEditorNotifier::Record::deliverPending()
     if (pending.empty() || !notifier)
         return;
     if (isHeldBack()) {
-        enlist();
+        try {
+            enlist();
+        } catch (std::bad_alloc const&) { // NOLINT(bugprone-empty-catch)
+            // They stay pending, and go out with the notifier's next change.
+        }
         return;
     }
     Kept const kept(this);
@@ -91,7 +106,7 @@ void HostEditorNotifier::Record::deliverPending()
             HostEditor* const editor = recipient.get();
             if (!editor)
                 return;
-            change->execute(editor);
+            tell(*editor, *change);
         }
     });
 }
@@ -138,6 +153,15 @@ HostEditorNotifier::Record& NotifierAccess::record(HostEditorNotifier& notifier)
     if (!notifier.m_record)
         notifier.m_record = new Record(notifier);
     return *notifier.m_record;
+}
+
+NotifierAccess::Record* NotifierAccess::recordIfMemory(HostEditorNotifier& notifier) noexcept
+{
+    try {
+        return &record(notifier);
+    } catch (std::bad_alloc const&) {
+        return nullptr;
+    }
 }
 
 bool NotifierAccess::isIdle(HostEditorNotifier const& notifier) noexcept
@@ -207,6 +231,20 @@ HostEditorNotifier* HostEditorNotifier::enclosingNotifier() const
     return nullptr;
 }
 
+/// Where memory ends a change that had to be kept for later is not told: the change itself is complete, and
+/// whoever made it must be able to go on.
+void HostEditorNotifier::Record::takeUp(PostponedChange const& change) noexcept
+{
+    Kept const kept(this);
+    try {
+        if (isHeldBack())
+            queue(change);
+        else
+            deliverNow(change);
+    } catch (std::bad_alloc const&) { // NOLINT(bugprone-empty-catch): see above
+    }
+}
+
 /// The road of every notification: the wider scope hears it first, then this notifier's own editors
 /// do, or it waits. `tellOuter` may delete this notifier.
 template <class Change, class TellOuter, class... Arguments>
@@ -220,16 +258,12 @@ void HostEditorNotifier::send(TellOuter tellOuter, Arguments const&... arguments
         return;
     }
 
-    Kept const kept(&NotifierAccess::record(*this));
+    Kept const kept(NotifierAccess::recordIfMemory(*this));
     Change const change(arguments...);
     if (outer)
         tellOuter(*outer);
-    if (!kept->notifier)
-        return;
-    if (kept->isHeldBack())
-        kept->queue(change);
-    else
-        kept->deliverNow(change);
+    if (kept && kept->notifier)
+        kept->takeUp(change);
 }
 
 void HostEditorNotifier::notifyConnectionChange(ECnxChangeType type, AddRefWrapper<Port> const& port,

@@ -37,6 +37,8 @@ struct HostEditorNotifier::Record {
 
     void deliverNow(PostponedChange const& change);
     void queue(PostponedChange const& change);
+    /// Delivers the change or keeps it for later.
+    void takeUp(PostponedChange const& change) noexcept;
     /// Enters this record into the enclosing notifier's list if that one's scope is what holds it back.
     void enlist();
     /// Hands the batch over unless it is held back. The notifier may die in the course of it.

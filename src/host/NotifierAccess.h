@@ -33,6 +33,8 @@ public:
 
     /// Made on first use.
     static Record& record(HostEditorNotifier& notifier);
+    /// Null where memory ends.
+    static Record* recordIfMemory(HostEditorNotifier& notifier) noexcept;
     /// While a bracket is open on `scope`, the notifier and those that name it as their enclosing one
     /// keep their changes. `scope` must outlive the notifier, or be taken away with null.
     static void setScope(HostEditorNotifier& notifier, ChangeBracketClient const* scope);

@@ -46,6 +46,18 @@ inline void PrintTo(EditCase const& editCase, std::ostream* out)
     *out << editCase.name;
 }
 
+/// For a test that has the case as its parameter.
+template <class Info>
+std::string testNameOf(Info const& info)
+{
+    std::string name = info.param.name;
+    for (char& c : name) {
+        bool const isPlain = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+        c = isPlain ? c : '_';
+    }
+    return name;
+}
+
 /// Every command, with every kind of target.
 std::vector<EditCase> const& editCases();
 

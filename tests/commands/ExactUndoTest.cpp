@@ -130,14 +130,8 @@ TEST_P(ExactUndo, ACommandWhoseTargetsAreGoneTouchesNothing)
     EXPECT_EQ(edit.redo(), GetParam().name == "rename"); // renames never count
 }
 
-INSTANTIATE_TEST_SUITE_P(EachCommand, ExactUndo, testing::ValuesIn(editCases()), [](auto const& editCase) {
-    std::string name = editCase.param.name;
-    for (char& c : name) {
-        if (!std::isalnum(static_cast<unsigned char>(c)))
-            c = '_';
-    }
-    return name;
-});
+INSTANTIATE_TEST_SUITE_P(EachCommand, ExactUndo, testing::ValuesIn(editCases()),
+                         [](auto const& editCase) { return testNameOf(editCase); });
 
 TEST(ClosedDocument, LeavesItsCommandsWithNothingToDo)
 {
