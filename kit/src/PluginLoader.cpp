@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace TAV_marlo_v1::kit {
@@ -53,12 +54,11 @@ struct Module {
     {
         if (!library.load())
             return library.errorString().toUtf8();
-        auto const interface_ = reinterpret_cast<char const* (*)()>(library.resolve("tavPluginInterface"));
+        auto const stated = reinterpret_cast<char const* (*)()>(library.resolve("tavPluginInterface"));
         registerPlugin = reinterpret_cast<void (*)()>(library.resolve("tavPluginRegister"));
         isRegistered = reinterpret_cast<bool (*)()>(library.resolve("tavPluginIsRegistered"));
-        bool const isWhole = interface_ && registerPlugin && isRegistered;
-        return isWhole && interface_() == QByteArray(kMark) + kInterface ? ""
-                                                                         : "it does not export the plug-in interface";
+        bool const isWhole = stated && registerPlugin && isRegistered;
+        return isWhole && stated() == QByteArray(kMark) + kInterface ? "" : "it does not export the plug-in interface";
     }
 };
 
@@ -133,9 +133,10 @@ struct PluginLoader::Impl final : RuntimeNotifierClient {
     void registerModule(Module& module)
     {
         useHost();
-        registering = &module;
+        // A plug-in may load another.
+        Module* const outer = std::exchange(registering, &module);
         module.registerPlugin();
-        registering = nullptr;
+        registering = outer;
     }
 
     /// Gives back the loader's use of the host and those of the runtimes, which they would never end while

@@ -69,12 +69,11 @@ TEST_F(PluginLoader, ModulesRegisterInOrderAndLeaveOnlyWhenAllAreUnregistered)
 
 TEST_F(PluginLoader, AModuleIsLoadedOnceWhateverPathLeadsToIt)
 {
-    std::string const link = pathOf("link");
-    ASSERT_TRUE(QFile::link(QString::fromStdString(probe("probe_a")), QString::fromStdString(link)));
+    std::string const detour = probe("../modules/probe_a");
     kit::PluginLoader other("other");
     EXPECT_EQ(load(probe("probe_a")), "");
-    EXPECT_EQ(load(link), "");
-    StatusStr const status = other.load(link.c_str());
+    EXPECT_EQ(load(detour), "");
+    StatusStr const status = other.load(detour.c_str());
     EXPECT_STREQ(status.getErrorString(), "");
     EXPECT_EQ(taken(), QStringList({"probe_a arrives", "probe_a registers"}));
     EXPECT_EQ(loader->getNumberOfModules(), 1u);

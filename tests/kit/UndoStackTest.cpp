@@ -477,3 +477,113 @@ TEST_F(UndoStackDocument, AnotherGraphOrNoneClearsTheStack)
     EXPECT_EQ(stack->count(), 0u);
     EXPECT_FALSE(stack->undo());
 }
+
+// ---- the library's own commands
+
+/// Each changes the example so that it is unsaved, and saved again when it is undone.
+TEST_F(UndoStackDocument, EveryCommandOfTheLibraryIsTakenBackToTheSavedState)
+{
+    AddRefWrapper<Compound> const graph = document->getTopCompound();
+    auto const input = [this](char const* path) {
+        return document->findPortFromPath(path, Container::eSearchInput, Container::eSearchOwnPorts);
+    };
+    auto const output = [this](char const* path) {
+        return document->findPortFromPath(path, Container::eSearchOutput, Container::eSearchOwnPorts);
+    };
+    auto const pushNode = [&](auto record) {
+        NodeCommand command;
+        record(command);
+        return stack->push(std::move(command), "node");
+    };
+    auto const pushAt = [&](auto command, bool (std::decay_t<decltype(command)>::*setTarget)(Container*, char const*),
+                            char const* path, auto record) {
+        (command.*setTarget)(document.get(), path);
+        record(command);
+        return stack->push(std::move(command), "at a target");
+    };
+    CopyPasteCommandBase::setUseLocalClipboard(true);
+    CopyCommand copy(graph);
+    ASSERT_TRUE(copy.addSourceNode("scaled") && copy.doit());
+
+    struct Row {
+        char const* what;
+        std::function<bool()> push;
+    };
+    Row const rows[] = {
+        {"remove", [&] { return pushNode([&](NodeCommand& c) { c.removeNode(graph, "scaled"); }); }},
+        {"rename", [&] { return pushNode([&](NodeCommand& c) { c.renameNode(graph, "three", "four"); }); }},
+        {"make IO", [&] { return pushNode([&](NodeCommand& c) { c.createIONode(graph, eInputIO, nullptr); }); }},
+        {"connect",
+         [&] {
+             NewConnectCommand c;
+             c.connect(document.get(), output("/three.out"), input("/total.a"), true);
+             return stack->push(std::move(c), "connect");
+         }},
+        {"connect at once",
+         [&] {
+             return stack->perform(ConnectCommand(), "", [&](ConnectCommand& c) {
+                 return c.connect(document.get(), output("/three.out"), input("/total.b"), false);
+             });
+         }},
+        {"disconnect at once",
+         [&] {
+             return stack->perform(RecursiveDisconnectAllCommand(), "", [&](RecursiveDisconnectAllCommand& c) {
+                 return c.disconnectAll(document.get(), graph->nodes()["scaled"], true);
+             });
+         }},
+        {"connect nodes",
+         [&] {
+             ConnectNodesCommand c;
+             c.connect(graph->nodes()["three"], graph->nodes()["total"]);
+             return stack->push(std::move(c), "");
+         }},
+        {"metadata",
+         [&] {
+             return pushAt(MetadataCommand(), &MetadataCommand::setParentNode, "/three",
+                           [](MetadataCommand& c) { c.setMetadataValue("key", "value"); });
+         }},
+        {"annotation",
+         [&] {
+             using C = ModifyCompoundAnnotationCommand;
+             return pushAt(C(), &C::setParentCompound, "/",
+                           [](C& c) { c.createAnnotation(Annotation::eStickyNote, "note"); });
+         }},
+        {"compound port",
+         [&] {
+             using C = ModifyCompoundPortCommand;
+             return pushAt(C(), &C::setParentCompound, "/scaled", [](C& c) { c.deletePort(eInput, "factor"); });
+         }},
+        {"node port",
+         [&] {
+             using C = ModifyNodePortCommand;
+             return pushAt(C(), &C::setParentNode, "/total", [](C& c) {
+                 c.setPortValues(eInput, "b", StringArray("7"));
+                 c.renamePort(eInput, "a", "left");
+             });
+         }},
+        {"group",
+         [&] {
+             using C = CreateCompoundCommand;
+             return pushAt(C(), &C::setParentCompound, "/", [](C& c) { c.addNode("three"), c.addNode("scaled"); });
+         }},
+        {"explode",
+         [&] {
+             using C = ExplodeCompoundCommand;
+             return pushAt(C(), &C::setParentCompound, "/", [](C& c) { c.addCompound("scaled"); });
+         }},
+        {"paste", [&] { return stack->push(PasteCommand(graph), "paste"); }},
+    };
+    std::string const before = text();
+    for (Row const& row : rows) {
+        EXPECT_TRUE(row.push()) << row.what;
+        EXPECT_TRUE(unsaved()) << row.what;
+        std::string const after = text();
+        EXPECT_TRUE(stack->undo() && !unsaved()) << row.what;
+        EXPECT_EQ(text(), before) << row.what;
+        EXPECT_TRUE(stack->redo() && unsaved()) << row.what;
+        EXPECT_EQ(text(), after) << row.what;
+        stack->undo();
+        EXPECT_FALSE(unsaved()) << row.what;
+    }
+    CopyPasteCommandBase::setUseLocalClipboard(false);
+}
