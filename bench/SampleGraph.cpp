@@ -30,10 +30,37 @@ kit::StandardRuntime& sharedRuntime()
 
 } // namespace
 
+namespace {
+
+/// A compound that a command can make others in.
+class SampleCompound final : public Compound {
+public:
+    static AddRefWrapper<Compound> create(AddRefWrapper<Node> const& owner)
+    {
+        AddRefWrapper<Compound> const compound(new SampleCompound(owner));
+        owner->setOwnedCompound(compound);
+        return compound;
+    }
+    AddRefWrapper<Compound> createNewCompound(char const* name) override
+    {
+        AddRefWrapper<Node> const owner = Node::createNew(getAsNode()->getContainer(), name);
+        AddRefWrapper<Compound> const compound = create(owner);
+        return nodes().add(owner) ? compound : AddRefWrapper<Compound>();
+    }
+
+private:
+    explicit SampleCompound(AddRefWrapper<Node> const& owner)
+        : Compound(owner, nullptr)
+    {
+    }
+};
+
+} // namespace
+
 SampleDocument::SampleDocument()
 {
     AddRefWrapper<Node> const owner = Node::createNew(this, "sample");
-    m_top = Compound::createNew(owner, nullptr);
+    m_top = SampleCompound::create(owner);
     setTopNode(owner);
 }
 

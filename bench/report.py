@@ -36,6 +36,16 @@ ROWS = (
     ("load", "load", 2700, (("load.reader", 0.5),)),
     ("paste, every name taken", "paste, every name taken", 5000, (("paste, every name taken.reader", None),)),
     ("destroy", "destroy", None, (("destroy.bare", None),)),
+    ("command: remove", "command: remove a random node", None, ()),
+    ("command: remove, undo", "its undo", 10000, ()),
+    ("command: remove, redo", "its redo", 10000, ()),
+    ("command: cut a hub", "command: cut a connection of a hub", None, ()),
+    ("command: cut a hub, undo", "its undo", None, ()),
+    ("command: paste", "command: paste, every name taken", 5000, ()),
+    ("command: paste, undo", "its undo", None, ()),
+    ("command: group", "command: group up to 10,000 nodes", None, ()),
+    ("command: group, undo", "its undo", None, ()),
+    ("command: explode", "command: explode them again", None, ()),
 )
 EDITOR_AIM = 50  # ns over the unobserved row
 YARDSTICKS = {"bare": "plain structs", "writer": "QXmlStreamWriter", "reader": "QXmlStreamReader"}
