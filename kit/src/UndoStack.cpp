@@ -246,6 +246,7 @@ UndoStack::~UndoStack()
         return;
     std::vector<DocumentHistory*>& histories = record->histories;
     histories.erase(std::remove(histories.begin(), histories.end(), m_impl.get()), histories.end());
+    record->watch.stackIsActing = false; // what a run has still to tell belongs to no step any more
     m_impl->document = nullptr;
     m_impl->documentRecord = nullptr;
 }
