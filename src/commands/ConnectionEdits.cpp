@@ -6,7 +6,11 @@
 #include <tav/Compound.h>
 
 #include <algorithm>
+#include <map>
 #include <optional>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
 
 namespace TAV_marlo_v1::detail {
 
@@ -24,6 +28,7 @@ public:
         , m_b(b)
         , m_placeInA(placeOf(b, a))
         , m_placeInB(placeOf(a, b))
+        , m_countBefore(a.connectedTo().size())
     {
     }
 
@@ -33,8 +38,8 @@ public:
         AddRefWrapper<Port> const b = m_b.find(scene);
         if (!a || !b)
             return false;
-        if (a->connectedTo()[m_placeInA] == b && b->connectedTo()[m_placeInB] == a)
-            return true;
+        if (a->connectedTo().size() == m_countBefore)
+            return true; // it was never cut
         if (!a->addConnection(b, /*copyMetadata=*/false))
             return false;
         PortAccess::placeConnection(*a, *b, m_placeInA);
@@ -45,6 +50,7 @@ public:
 private:
     PortAddress m_a, m_b;
     unsigned m_placeInA, m_placeInB;
+    unsigned m_countBefore; // at the first port
 };
 
 /// The outside of the compound port that a connection of the two copies metadata to.
@@ -77,7 +83,7 @@ public:
         AddRefWrapper<Port> const b = m_b.find(scene);
         if (!a || !b)
             return false;
-        bool isWhole = a->connectedTo().size() == m_countBefore || a->removeConnection(b);
+        bool isWhole = a->connectedTo().size() == m_countBefore || removeNewest(*a, *b);
         if (m_metadata) {
             AddRefWrapper<Port> const target = m_target.find(scene);
             isWhole = target && m_metadata->restore(*target) && isWhole;
@@ -86,6 +92,21 @@ public:
     }
 
 private:
+    /// Where the two are connected more than once, the first connection is what goes: the last one then
+    /// takes its places.
+    static bool removeNewest(Port& a, Port& b)
+    {
+        unsigned const placeInA = placeOf(b, a);
+        unsigned const placeInB = placeOf(a, b);
+        if (!a.removeConnection(AddRefWrapper<Port>(&b)))
+            return false;
+        if (placeOf(b, a) != kNotFound) {
+            PortAccess::placeConnection(a, b, placeInA);
+            PortAccess::placeConnection(b, a, placeInB);
+        }
+        return true;
+    }
+
     PortAddress m_a, m_b;
     unsigned m_countBefore;
     PortAddress m_target;
@@ -133,6 +154,41 @@ bool makeConnection(EditLog& log, Port& a, Port& b, bool copyMetadata)
 
 // ---- connections that go with their node
 
+namespace {
+
+/// The place of the connection with `other` in the port's list that has so many like it in front.
+unsigned placeOfRepeated(Port const& other, Port const& port, unsigned inFront)
+{
+    unsigned place = placeOf(other, port);
+    for (; inFront > 0 && place != kNotFound; --inFront) {
+        do
+            ++place;
+        while (place < port.connectedTo().size() && port.connectedTo()[place].get() != &other);
+    }
+    return place;
+}
+
+/// How often each pair is connected now, as far as it was asked for.
+class PresentConnections {
+public:
+    /// Whether there is one left that was not taken yet.
+    bool take(Port const& port, Port const& other)
+    {
+        if (m_seen.insert(&port).second) {
+            for (AddRefWrapper<Port> const& present : port.connectedTo())
+                ++m_counts[{&port, present.get()}];
+        }
+        unsigned& count = m_counts[{&port, &other}];
+        return count > 0 && count-- > 0;
+    }
+
+private:
+    std::unordered_set<Port const*> m_seen;
+    std::map<std::pair<Port const*, Port const*>, unsigned> m_counts;
+};
+
+} // namespace
+
 LostConnections::LostConnections(Node const& node)
 {
     note(node.inputs(), node.testFlag(eAnyIO));
@@ -147,8 +203,11 @@ void LostConnections::note(PortList const& list, bool withTwins)
 void LostConnections::note(Port const& port, bool withTwins)
 {
     unsigned place = 0;
-    for (AddRefWrapper<Port> const& other : port.connectedTo())
-        m_connections.push_back({PortAddress(port), PortAddress(*other), place++, placeOf(port, *other)});
+    std::unordered_map<Port const*, unsigned> met; // ports may be connected more than once
+    for (AddRefWrapper<Port> const& other : port.connectedTo()) {
+        unsigned const placeInOther = placeOfRepeated(port, *other, met[other.get()]++);
+        m_connections.push_back({PortAddress(port), PortAddress(*other), place++, placeInOther});
+    }
     if (Port const* const twin = withTwins ? PortAccess::twin(port) : nullptr)
         note(*twin, false);
     if (PortList const* const children = PortAccess::impl(port).children.get())
@@ -162,10 +221,11 @@ void LostConnections::restore(Scene const& scene) const
         unsigned place;
     };
     std::vector<End> ends;
+    PresentConnections present;
     for (Connection const& connection : m_connections) {
         AddRefWrapper<Port> const mine = connection.mine.find(scene);
         AddRefWrapper<Port> const other = connection.other.find(scene);
-        if (!mine || !other || placeOf(*other, *mine) != kNotFound || !mine->addConnection(other, false))
+        if (!mine || !other || present.take(*mine, *other) || !mine->addConnection(other, /*copyMetadata=*/false))
             continue;
         ends.push_back({mine, other, connection.placeInMine});
         ends.push_back({other, mine, connection.placeInOther});

@@ -1,5 +1,6 @@
 #include "commands/NodeExtras.h"
 
+#include "graph/AnnotationListImpl.h"
 #include "graph/CompoundImpl.h"
 #include "graph/NodeImpl.h"
 #include "graph/PortImpl.h"
@@ -62,10 +63,8 @@ NodeExtras::NodeExtras(Node const& node)
             }
         }
     }
-    if (!node.testFlag(eAnyIO)) { // an IO node shows ports that belong to its compound
-        notePorts(node.inputs(), {eInput, false, {}}, false);
-        notePorts(node.outputs(), {eOutput, false, {}}, false);
-    }
+    notePorts(node.inputs(), {eInput, false, {}}, false);
+    notePorts(node.outputs(), {eOutput, false, {}}, false);
     if (AddRefWrapper<Compound> const compound = node.getAsCompound())
         noteCompound(*compound);
 }
@@ -74,7 +73,8 @@ void NodeExtras::notePorts(PortList const& list, PortPlace place, bool notesFlag
 {
     place.indices.push_back(0);
     PortAccess::impl(list).ports.forEach([&](Port const& port) {
-        notePort(port, place, notesFlags);
+        if (port.isCompoundInternalPort() == place.isInner) // an IO node shows ports that belong to its compound
+            notePort(port, place, notesFlags);
         ++place.indices.back();
     });
 }
@@ -98,29 +98,40 @@ void NodeExtras::noteCompound(Compound const& compound)
         PortList const& list = ioType == eInput ? compound.innerOutputs() : compound.innerInputs();
         bool const isShown = !list.empty() && isShownByIONode(*list[0u]);
         notePorts(list, {ioType, true, {}}, !isShown);
-        noteOrders(compound, list);
+        noteOrders(compound, list, true);
     }
+    noteAnnotationOrder(compound);
     unsigned index = 0;
     NodeAccess::impl(compound.nodes()).nodes.forEach([&](Node const& node) {
         NodeExtras extras(node);
         if (!extras.empty())
             m_nodes.emplace_back(index, std::move(extras));
         ++index;
-        if (!node.testFlag(eAnyIO)) {
-            noteOrders(compound, node.inputs());
-            noteOrders(compound, node.outputs());
-        }
+        noteOrders(compound, node.inputs(), false);
+        noteOrders(compound, node.outputs(), false);
     });
 }
 
-void NodeExtras::noteOrders(Compound const& compound, PortList const& list)
+void NodeExtras::noteOrders(Compound const& compound, PortList const& list, bool isInner)
 {
     PortAccess::impl(list).ports.forEach([&](Port const& port) {
+        if (port.isCompoundInternalPort() != isInner)
+            return;
         if (port.connectedTo().size() > 1)
             noteOrder(compound, port);
         if (PortList const* const children = PortAccess::impl(port).children.get())
-            noteOrders(compound, *children);
+            noteOrders(compound, *children, isInner);
     });
+}
+
+void NodeExtras::noteAnnotationOrder(Compound const& compound)
+{
+    std::vector<Annotation::AnnotationType> types;
+    AnnotationAccess::impl(compound.annotations()).annotations.forEach([&types](Annotation const& annotation) {
+        types.push_back(annotation.getType());
+    });
+    if (!std::is_sorted(types.begin(), types.end()))
+        m_annotationTypes = std::move(types);
 }
 
 void NodeExtras::noteOrder(Compound const& compound, Port const& port)
@@ -154,7 +165,7 @@ NodeExtras::PortPlace NodeExtras::placeOf(Port const& port)
 bool NodeExtras::empty() const noexcept
 {
     return m_flags == eNoNodeFlags && m_states.empty() && m_typeDisplayName.empty() && m_messages.empty()
-           && m_ports.empty() && m_orders.empty() && m_nodes.empty();
+           && m_ports.empty() && m_orders.empty() && m_annotationTypes.empty() && m_nodes.empty();
 }
 
 // ---- restoring
@@ -182,6 +193,7 @@ void NodeExtras::restore(Node& node) const
     }
     for (ConnectionOrder const& order : m_orders)
         restoreOrder(*compound, order);
+    restoreAnnotationOrder(*compound);
 }
 
 Port* NodeExtras::find(Node& node, PortPlace const& place)
@@ -222,14 +234,32 @@ void NodeExtras::restoreOrder(Compound& compound, ConnectionOrder const& order)
     Port* const port = find(compound, order.port);
     if (!port || port->connectedTo().size() != order.others.size())
         return;
-    std::vector<Port*> others;
-    for (End const& end : order.others) {
-        Port* const other = find(compound, end);
-        if (!other || port->connectedTo().findPort(AddRefWrapper<Port>(other)) == kNotFound)
-            return;
-        others.push_back(other);
+    std::vector<Port*> wanted, present;
+    for (End const& end : order.others)
+        wanted.push_back(find(compound, end));
+    PortAccess::impl(port->connectedTo()).ports.forEach([&present](Port& other) { present.push_back(&other); });
+    std::vector<Port*> sortedWanted = wanted;
+    std::sort(sortedWanted.begin(), sortedWanted.end());
+    std::sort(present.begin(), present.end());
+    if (sortedWanted == present) // else not all came back
+        PortAccess::setConnectionOrder(*port, wanted);
+}
+
+void NodeExtras::restoreAnnotationOrder(Compound& compound) const
+{
+    NamedList<Annotation>& list = AnnotationAccess::impl(compound.annotations()).annotations;
+    if (m_annotationTypes.empty() || list.size() != m_annotationTypes.size())
+        return;
+    std::vector<Annotation*> ofType[2]; // in the order of the text
+    list.forEach([&](Annotation& annotation) { ofType[annotation.getType()].push_back(&annotation); });
+    std::vector<Annotation*> order;
+    std::size_t next[2] = {};
+    for (Annotation::AnnotationType const type : m_annotationTypes) {
+        if (next[type] == ofType[type].size())
+            return; // something else came back than went
+        order.push_back(ofType[type][next[type]++]);
     }
-    PortAccess::setConnectionOrder(*port, others);
+    list.reorder(order);
 }
 
 void NodeExtras::restoreMessages(Node& node) const

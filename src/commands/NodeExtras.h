@@ -2,6 +2,7 @@
 
 #include "commands/WatchPointState.h"
 
+#include <tav/Annotation.h>
 #include <tav/Node.h>
 #include <tav/StringArray.h>
 
@@ -49,7 +50,8 @@ private:
     void notePorts(PortList const& list, PortPlace place, bool notesFlags);
     void notePort(Port const& port, PortPlace const& place, bool notesFlags);
     void noteCompound(Compound const& compound);
-    void noteOrders(Compound const& compound, PortList const& list);
+    void noteOrders(Compound const& compound, PortList const& list, bool isInner);
+    void noteAnnotationOrder(Compound const& compound);
     void noteOrder(Compound const& compound, Port const& port);
     static End endOf(Compound const& compound, Port const& port);
     static PortPlace placeOf(Port const& port);
@@ -58,6 +60,7 @@ private:
     static Port* find(Compound& compound, End const& end);
     static void restorePort(Port& port, PortExtras const& extras);
     static void restoreOrder(Compound& compound, ConnectionOrder const& order);
+    void restoreAnnotationOrder(Compound& compound) const;
     void restoreMessages(Node& node) const;
 
     NodeFlags m_flags;
@@ -66,6 +69,8 @@ private:
     std::vector<Message> m_messages;
     std::vector<PortExtras> m_ports;
     std::vector<ConnectionOrder> m_orders;
+    // The kinds in list order, unless all backdrops stand before all sticky notes, as they do in text.
+    std::vector<Annotation::AnnotationType> m_annotationTypes;
     std::vector<std::pair<unsigned, NodeExtras>> m_nodes; // those inside that have any, by index
 };
 

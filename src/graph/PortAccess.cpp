@@ -357,8 +357,11 @@ void PortAccess::setConnectionOrder(Port& port, std::vector<Port*> const& order)
 void PortAccess::placeConnection(Port& port, Port const& other, unsigned place)
 {
     detail::NamedList<Port>& links = impl(*impl(port).connections).ports;
-    if (unsigned const from = links.indexOf(&other); from != kNotFound)
-        links.move(from, std::min(place, links.size() - 1));
+    // Of several connections with the same port the last one is the newest.
+    unsigned const last = links.size() - 1;
+    unsigned const from = links.at(last) == &other ? last : links.indexOf(&other);
+    if (from != kNotFound)
+        links.move(from, std::min(place, last));
 }
 
 PortList::Impl* PortAccess::home(Port const& port) noexcept

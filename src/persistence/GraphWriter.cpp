@@ -11,6 +11,7 @@
 
 #include <string>
 #include <typeinfo>
+#include <unordered_set>
 
 namespace TAV_marlo_v1 {
 
@@ -49,16 +50,24 @@ std::vector<Node*> allNodes(Compound const& compound)
     return nodes;
 }
 
+/// Those of the names, each once, in the order of the names.
+template <class Item>
+std::vector<Item*> namedItems(detail::NamedList<Item> const& list, StringArray const& names)
+{
+    std::vector<Item*> items;
+    items.reserve(names.size());
+    std::unordered_set<Item const*> known;
+    for (char const* const name : names) {
+        Item* const item = list.find(name);
+        if (item && known.insert(item).second)
+            items.push_back(item);
+    }
+    return items;
+}
+
 std::vector<Node*> namedNodes(Compound const& compound, StringArray const& names)
 {
-    std::vector<Node*> nodes;
-    nodes.reserve(names.size());
-    for (char const* const name : names) {
-        Node* const node = NodeAccess::impl(compound.nodes()).nodes.find(name);
-        if (node && node->getParentCompound() == &compound)
-            nodes.push_back(node);
-    }
-    return nodes;
+    return namedItems(NodeAccess::impl(compound.nodes()).nodes, names);
 }
 
 std::vector<Annotation*> allAnnotations(Compound const& compound)
@@ -72,12 +81,7 @@ std::vector<Annotation*> allAnnotations(Compound const& compound)
 
 std::vector<Annotation*> namedAnnotations(Compound const& compound, StringArray const& names)
 {
-    std::vector<Annotation*> annotations;
-    for (char const* const name : names) {
-        if (Annotation* const annotation = AnnotationAccess::impl(compound.annotations()).annotations.find(name))
-            annotations.push_back(annotation);
-    }
-    return annotations;
+    return namedItems(AnnotationAccess::impl(compound.annotations()).annotations, names);
 }
 
 } // namespace

@@ -262,6 +262,8 @@ private:
         link(out("/hub", 0), in("/mix", 0));
         link(out("/hub", 0), in("/group", 1));
         link(out("/hub", 1), in("/group", 1));
+        link(out("/hub", 1), in("/sink", 0));
+        link(out("/hub", 1), in("/group", 1)); // once more: whether that makes sense is the owner's business
         link(out("/hub", 0), in("/group", 0));
         link(out("/group", 0), in("/sink", 0));
         link(out("/group", 0), in("/mix", 1));
@@ -289,6 +291,8 @@ private:
         portAt("/hub.spare")->getWatchPoint()->enable(false);
         portAt("/mix.x")->getWatchPoint()->setMetadataValue("probe", "1");
         group.innerInputs()[0u]->setWatchPoint();
+        node("/group/output")->createNodePort(eOutput, "its own", type, PortProperties());
+        out("/group/output", 0)->setWatchPoint();
         node("/mix")->setMetadataValue("coords", "1 2");
         node("/group")->setMetadataValue("note", "outside");
         group.setMetadataValue("kind", "inside");
@@ -297,6 +301,7 @@ private:
         node("/group/left")->addMessage("left", "a warning", eWarning);
         top->createCompoundAnnotation(Annotation::eBackdrop, "back")->setMetadataValue("text", "hello");
         top->createCompoundAnnotation(Annotation::eStickyNote, "note");
+        group.createCompoundAnnotation(Annotation::eStickyNote, "in front of a backdrop");
         group.createCompoundAnnotation(Annotation::eBackdrop, "back")->setMetadataValue("color", "1 0 0");
     }
 
@@ -328,6 +333,8 @@ private:
     {
         describe(compound.innerInputs(), lines);
         describe(compound.innerOutputs(), lines);
+        for (AddRefWrapper<Annotation> const& annotation : compound.annotations())
+            lines.append(annotation->getName()).append("\n");
         for (AddRefWrapper<Node> const& node : compound.nodes()) {
             lines.append(node->getFullPathName().getName()).append(" flags ");
             lines.append(std::to_string(node->getFlags())).append(" states");

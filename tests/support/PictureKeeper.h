@@ -2,6 +2,7 @@
 
 #include <tav/tav.h>
 
+#include <algorithm>
 #include <map>
 #include <set>
 #include <string>
@@ -167,12 +168,16 @@ private:
         auto const found = picture.ports.find(port);
         if (found == picture.ports.end())
             return;
+        // An object that was looked at late has shown some of what is told only now; ports may be connected
+        // more than once.
         std::multiset<Port*>& links = found->second.links;
-        if (type == eCnxRemoved)
-            links.erase(other);
-        else if (links.count(other) == 0)
+        auto const now = Picture::orderOf<Port>(port->connectedTo());
+        auto const count = static_cast<std::size_t>(std::count(now.begin(), now.end(), other));
+        if (type == eCnxRemoved && links.count(other) > count)
+            links.erase(links.find(other));
+        else if (type != eCnxRemoved && links.count(other) < count)
             links.insert(other);
-        found->second.linkOrder = Picture::orderOf<Port>(port->connectedTo());
+        found->second.linkOrder = now;
     }
 
     void change(EPortChangeType type, AddRefWrapper<Port> const& port)
