@@ -1,10 +1,15 @@
 // Scripts of edits on a small graph. After each the graph is consistent, one that is refused changes nothing, and
 // when everything is taken back the graph has the bytes it had; so again after everything was made once more.
+//
+// An input is a script, or behind a "!" bytes that choose, edit by edit, from what the graph allows just then.
 
+#include "EditCompletion.h"
 #include "EditSession.h"
+#include "EditTable.h"
 #include "Support.h"
 
 #include <tav/AnnotationList.h>
+#include <tav/CopyPasteCommandBase.h>
 #include <tav/PortProperties.h>
 
 #include <cstring>
@@ -75,6 +80,89 @@ public:
     void save(std::string const&) override {}
 };
 
+/// Writes edits that the graph has a place for, as the bytes choose.
+class Writer {
+public:
+    Writer(std::string const& bytes, kit::Document const& document)
+        : m_bytes(bytes)
+        , m_document(document)
+    {
+    }
+
+    bool atEnd() const { return m_at >= m_bytes.size(); }
+
+    std::string next()
+    {
+        static std::vector<tool::Edit> const edits = playable();
+        tool::Edit const& edit = edits[choose(edits.size())];
+        std::string line = edit.name();
+        for (std::size_t i = 0; tool::EditSlot const* const slot = edit.slotAt(i); ++i) {
+            line += ' ';
+            bool const isNumber = slot->name == "N" || slot->name == "INDEX";
+            line += isNumber ? std::to_string(choose(4)) : word(line, *slot);
+            bool const mayEnd = isWhole(edit, i + 1);
+            if (mayEnd && choose(3) == 0)
+                break;
+        }
+        return line;
+    }
+
+private:
+    static std::vector<tool::Edit> playable()
+    {
+        std::vector<tool::Edit> edits;
+        for (tool::Edit const& edit : tool::allEdits()) {
+            if (edit.name() == "list")
+                break; // from there on none changes anything
+            edits.push_back(edit);
+        }
+        return edits;
+    }
+
+    static bool isWhole(tool::Edit const& edit, std::size_t count)
+    {
+        try {
+            tool::Words words;
+            for (std::size_t i = 0; i < count; ++i)
+                words.push_back(edit.slotAt(i)->fixed.empty() ? "x" : edit.slotAt(i)->fixed[0]);
+            edit.check(words);
+            return true;
+        } catch (tool::EditError const&) {
+            return false;
+        }
+    }
+
+    std::size_t choose(std::size_t count)
+    {
+        return m_at < m_bytes.size() ? static_cast<unsigned char>(m_bytes[m_at++]) % count : 0;
+    }
+
+    /// A word that may stand there, by way of compounds if it is a path; a name of few where any may stand.
+    std::string word(std::string const& line, tool::EditSlot const& slot)
+    {
+        static char const* const names[] = {"x", "p", "n1", "k", "1", "b", "{1,2}"};
+        std::string typed = slot.name == "NODE" && choose(2) == 0 ? "/" : "";
+        for (;;) {
+            tool::Words const found = tool::completionsOf(m_document, line + typed).words;
+            if (found.empty())
+                return typed.empty() ? names[choose(std::size(names))] : typed;
+            std::string const chosen = found[choose(found.size())];
+            bool const goesOn = chosen.back() == '/' && choose(8) != 0;
+            if (!goesOn && slot.name.find("PORT") != std::string::npos && typed.find('.') == std::string::npos) {
+                typed = chosen + '.';
+                continue;
+            }
+            if (!goesOn || typed == chosen)
+                return chosen;
+            typed = chosen;
+        }
+    }
+
+    std::string const& m_bytes;
+    kit::Document const& m_document;
+    std::size_t m_at = 1; // behind the "!"
+};
+
 unsigned sizeOf(Compound const& compound)
 {
     unsigned count = compound.nodes().size();
@@ -87,31 +175,28 @@ unsigned sizeOf(Compound const& compound)
 
 class Play {
 public:
-    explicit Play(std::string const& script)
-        : m_script(script)
+    explicit Play(std::string const& input)
+        : m_input(input)
         , m_session(m_document, m_host)
     {
         static std::string const start = startText();
         StatusStr const status = m_document.openText(start.c_str(), start.size());
         require(!*status.getErrorString(), "the graph can be read", status.getErrorString());
-        m_start = text();
+        m_start = m_present = text();
+        CopyPasteCommandBase::setClipboardData(""); // no input shall see what one before it copied
     }
 
     void run()
     {
-        std::string before = m_start;
-        for (std::size_t begin = 0; begin < m_script.size() && !m_session.isOver();) {
-            std::size_t const end = std::min(m_script.find('\n', begin), m_script.size());
-            std::string const line = m_script.substr(begin, end - begin);
-            begin = end + 1;
-            std::string const wrong = m_session.play(line);
-            demandConsistency(line);
-            if (wrong.empty())
-                before = text();
-            else
-                demandEqual(before, text(), "a refused edit changes nothing: " + line + ": " + wrong);
-            if (sizeOf(*m_document.getTopCompound()) > kMostNodes)
-                break;
+        if (m_input[0] == '!') {
+            for (Writer writer(m_input, m_document); !writer.atEnd() && mayGoOn();)
+                play(writer.next());
+        } else {
+            for (std::size_t begin = 0; begin < m_input.size() && mayGoOn();) {
+                std::size_t const end = std::min(m_input.find('\n', begin), m_input.size());
+                play(m_input.substr(begin, end - begin));
+                begin = end + 1;
+            }
         }
         takeBack("taking all back gives the graph from before");
         m_session.redoAll();
@@ -120,11 +205,25 @@ public:
     }
 
 private:
+    bool mayGoOn() const { return !m_session.isOver() && sizeOf(*m_document.getTopCompound()) < kMostNodes; }
+
+    void play(std::string const& line)
+    {
+        m_script += line + '\n';
+        std::string const wrong = m_session.play(line);
+        demandConsistency(line);
+        if (wrong.empty())
+            m_present = text();
+        else
+            demandEqual(m_present, text(), "a refused edit changes nothing: " + line + ": " + wrong);
+    }
+
     std::string text() const { return m_document.getTopCompound()->saveToString(nullptr).toChar(); }
 
     void takeBack(char const* promise)
     {
-        require(m_session.undoAll(), "every edit can be taken back", m_script.c_str());
+        if (!m_session.undoAll())
+            fail("every edit can be taken back", promise);
         demandConsistency(promise);
         demandEqual(m_start, text(), promise);
     }
@@ -153,20 +252,21 @@ private:
         std::abort();
     }
 
-    std::string const& m_script;
+    std::string const& m_input;
+    std::string m_script; // what was played
     kit::Document m_document{&runtime()};
     Host m_host;
     tool::EditSession m_session;
     std::string m_start;
+    std::string m_present;
 };
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-    if (size > 4096)
+    if (size == 0 || size > 4096)
         return 0; // some hundred edits show whatever there is to see
-    std::string const script = textOf(data, size);
-    Play(script).run();
+    Play(std::string(data, data + size)).run();
     return 0;
 }

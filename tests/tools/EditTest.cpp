@@ -150,6 +150,8 @@ TEST(EditLine, SaysWhatItExpected)
         {"remove /four/five", "\"/four/five\" leads to no node: there is no \"/four\""},
         {"remove /three.out", "\"/three.out\" is a port, expected a node"},
         {"remove /", "\"/\" is the whole graph, expected a node in it"},
+        {"remove /three /three", "\"/three\" is named twice"},
+        {"copy / three /three", "\"/three\" is named twice"},
         {"rename /three \"\"", "expected a name, found \"\""},
         {"connect /three.value /total.b", "\"/three.value\" is an input, expected an output"},
         {"connect /three.out /total.out", "\"/total.out\" is an output, expected an input"},
@@ -310,9 +312,7 @@ TEST(EditStack, ARefusedEditChangesNothingAndIsNotKept)
 {
     Edited edited(graphFile("nesting"));
     std::string const start = edited.text();
-    for (char const* line :
-         {"remove /scaled /scaled/product", "remove /three /three", "chain /total /three /total /three"})
-    {
+    for (char const* line : {"remove /scaled /scaled/product", "chain /total /three /total /three"}) {
         EXPECT_EQ(edited.session.play(line), "the graph does not allow it") << line;
         EXPECT_EQ(edited.text(), start) << line;
     }
@@ -462,3 +462,13 @@ TEST_F(ToolEdit, WhatCannotBeReadOrWrittenIsTold)
     EXPECT_EQ(run.errors(), "");
     EXPECT_EQ(runTool({"edit", exampleFile("graphs/broken.xml"), "-o", "-"}).out, "");
 }
+
+#if defined(TAV_EXAMPLE_PLUGIN)
+TEST_F(ToolEdit, APluginBringsItsPresetsAndItsRules)
+{
+    QByteArray const script = "create / arithmetic/mix\nset /mix.share 0.25\nconnect /mix.out /mix.a\n";
+    ToolRun const run = edit(script, {"--plugin", TAV_EXAMPLE_PLUGIN});
+    EXPECT_EQ(run.errors(), "<stdin>:3: error: the graph does not allow it\n");
+    EXPECT_EQ(edit("", {"--plugin", "graph.xml"}).exitCode, 1);
+}
+#endif

@@ -59,7 +59,7 @@ TEST_F(ToolFormat, WhatTheWriterWroteComesBackToTheByte)
         if (name != "broken.xml")
             files << exampleFile("graphs") + '/' + name;
     }
-    EXPECT_EQ(files.size(), 6);
+    EXPECT_EQ(files.size(), 7);
     for (QString const& file : files) {
         ToolRun const run = runTool({"format", file});
         EXPECT_EQ(run.exitCode, 0) << run.err.constData();

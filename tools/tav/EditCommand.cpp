@@ -1,7 +1,7 @@
 #include "Commands.h"
+#include "EditRuntime.h"
 #include "EditShell.h"
 #include "EditTable.h"
-#include "GraphCheck.h"
 #include "GraphInput.h"
 #include "Terminal.h"
 
@@ -57,6 +57,7 @@ public:
         : m_options(options)
         , m_document(document)
         , m_isShell(options.isFromTerminal())
+        , m_written(m_isShell ? textOf(document) : QByteArray())
     {
     }
 
@@ -86,7 +87,15 @@ public:
         QString const wrong = writeFiles();
         if (!wrong.isEmpty())
             throw EditError(wrong.toStdString());
+        m_written = textOf(m_document);
         note("wrote " + target);
+    }
+
+    /// Whoever leaves the shell is told what stays unwritten.
+    void noteUnwritten()
+    {
+        if (m_options.output.empty() && m_written != textOf(m_document))
+            note("the changes were not saved");
     }
 
     /// @return what went wrong, empty when nothing did
@@ -106,20 +115,9 @@ private:
     EditOptions const& m_options;
     kit::Document const& m_document;
     bool m_isShell;
+    QByteArray m_written;                      // by the shell, last
     std::map<std::string, QByteArray> m_files; // asked for and not written yet
 };
-
-/// What the reader mends by leaving it out is not to get lost without a word.
-bool openWhole(GraphInput& input, kit::Document& document)
-{
-    if (!openOrReport(input, document))
-        return false;
-    Problems const problems = checkGraph(input.bytes(), nullptr).problems;
-    if (countOf(problems, Severity::error) == 0)
-        return true;
-    report(input.name(), problems);
-    return false;
-}
 
 /// @return whether every line was played
 bool playScript(GraphInput const& script, EditSession& session, bool keepGoing)
@@ -129,7 +127,7 @@ bool playScript(GraphInput const& script, EditSession& session, bool keepGoing)
     auto const tell = [&](std::string const& wrong) {
         isRight = isRight && wrong.empty();
         if (!wrong.empty())
-            writeError(QString("%1:%2: error: %3").arg(script.name()).arg(number).arg(QString::fromStdString(wrong)));
+            writeError(script.name() + ':' + QString::number(number) + ": error: " + QString::fromStdString(wrong));
     };
     QByteArray const mark = "\xef\xbb\xbf"; // that some editors put in front of UTF-8
     QByteArray const text = script.bytes().startsWith(mark) ? script.bytes().mid(mark.size()) : script.bytes();
@@ -163,22 +161,25 @@ ExitCode runEdit(EditOptions const& options)
         writeError("tav: standard input cannot be both the graph and the script");
         return eWrongUsage;
     }
-    auto const runtime = makeRuntime(options.libraries);
+    EditRuntime runtimes;
+    kit::StandardRuntime* const runtime = runtimes.load(options.plugins, options.libraries);
     GraphInput script(options.script.empty() ? "-" : options.script);
     bool const isShell = options.isFromTerminal();
     if (!runtime || (!isShell && !script.read()))
         return eWrongInput;
-    kit::Document document(runtime.get());
-    if (!openWhole(input, document))
+    kit::Document document(runtime);
+    if (!openWholeOrReport(input, document))
         return eWrongInput;
 
     ToolHost host(options, document);
     EditSession session(document, host);
     bool isRight = true;
-    if (isShell)
+    if (isShell) {
         runShell(session);
-    else
+        host.noteUnwritten();
+    } else {
         isRight = playScript(script, session, options.keepGoing);
+    }
     if (!isRight && !options.keepGoing)
         return eWrongInput;
     if (options.undoAll && !session.undoAll()) {
@@ -200,6 +201,8 @@ void addEditCommand(CLI::App& app, ExitCode& outcome)
                         "The script; \"-\", or none without a terminal, is standard input");
     command->add_option("-o,--output", options->output, "Writes the graph to this file; \"-\" is standard output");
     command->add_option("--library", options->libraries, "A library file with presets")->allow_extra_args(false);
+    command->add_option("--plugin", options->plugins, "A plug-in: its presets, and its runtime for the graph")
+        ->allow_extra_args(false);
     command->add_flag("--undo-all", options->undoAll, "Takes every edit back before -o writes the graph");
     command->add_flag("--keep-going", options->keepGoing, "Goes on behind a wrong line, and writes");
     command->footer(

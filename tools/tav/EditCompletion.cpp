@@ -72,9 +72,12 @@ void appendPorts(PortList const& ports, std::string const& path, Words& words)
     }
 }
 
+enum class Wanted { compounds, nodes, ports };
+
 /// Paths of the nodes that stand beside the one that is being typed, and of the ports of the one in question.
-Words paths(Container const& graph, std::string const& typed, bool withPorts)
+Words paths(Container const& graph, std::string const& typed, Wanted wanted)
 {
+    bool const withPorts = wanted == Wanted::ports;
     std::size_t const slash = typed.rfind('/');
     if (slash == std::string::npos)
         return {"/"};
@@ -84,10 +87,15 @@ Words paths(Container const& graph, std::string const& typed, bool withPorts)
     Words words;
     if (!compound)
         return words;
+    if (withPorts && beginsWith(typed, "/.")) {
+        appendPorts(owner->inputs(), "/", words);
+        appendPorts(owner->outputs(), "/", words);
+    }
     for (AddRefWrapper<Node> const& node : compound->nodes()) {
         std::string const path = pathOf(*node);
         bool const isAsked = typed == path || beginsWith(typed, path + '.');
-        words.push_back(path);
+        if (wanted != Wanted::compounds || node->isCompound())
+            words.push_back(path);
         if (node->isCompound())
             words.push_back(path + '/');
         if (withPorts && isAsked) {
@@ -132,9 +140,12 @@ Words wordsFor(Edit const& edit, kit::Document const& document, Words const& bef
         return editWords(before);
     if (isMember && (slot.name == "NODE" || slot.name == "NAME"))
         return memberNames(document, before[0]);
-    bool const isPath = slot.name == "NODE" || slot.name == "PARENT" || slot.name == "COMPOUND";
-    bool const isPortPath = slot.name == "PATH" || slot.name == "ITEM" || slot.name.find("PORT") != std::string::npos;
-    return isPath || isPortPath ? paths(document, typed, isPortPath) : Words();
+    if (slot.name == "PARENT" || slot.name == "COMPOUND")
+        return paths(document, typed, Wanted::compounds);
+    if (slot.name == "NODE")
+        return paths(document, typed, Wanted::nodes);
+    bool const mayBePort = slot.name == "PATH" || slot.name == "ITEM" || slot.name.find("PORT") != std::string::npos;
+    return mayBePort ? paths(document, typed, Wanted::ports) : Words();
 }
 
 Words candidates(kit::Document const& document, UnfinishedLine const& line)

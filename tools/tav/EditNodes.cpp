@@ -13,6 +13,8 @@
 #include <tav/PasteCommand.h>
 #include <tav/Runtime.h>
 
+#include <set>
+
 using namespace TAV_marlo_v1;
 
 namespace tool {
@@ -30,8 +32,11 @@ void noteNewNodes(EditSession& session, Compound const& compound, unsigned sizeB
 template <class Command>
 void addItems(Compound const& compound, Words const& words, std::size_t first, Command const& command)
 {
+    std::set<std::string> known;
     for (std::size_t i = first; i < words.size(); ++i) {
         std::string const name = memberName(compound, words[i]);
+        if (!known.insert(name).second)
+            throw EditError('"' + words[i] + "\" is named twice");
         if (!(compound.nodes()[name.c_str()] ? command(name.c_str(), true) : command(name.c_str(), false)))
             throw EditError("\"" + words[i] + "\" cannot be taken");
     }
@@ -66,8 +71,11 @@ void createIO(EditSession& session, Words const& words)
 void removeNodes(EditSession& session, Words const& words)
 {
     NodeCommand command;
+    std::set<AddRefWrapper<Node>> known;
     for (std::string const& path : words) {
         AddRefWrapper<Node> const node = nodeAt(session.document(), path);
+        if (!known.insert(node).second)
+            throw EditError('"' + path + "\" is named twice");
         command.removeNode(parentOf(*node, path), node);
     }
     session.push(std::move(command));

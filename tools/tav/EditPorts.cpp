@@ -131,7 +131,7 @@ void createPort(EditSession& session, Words const& words)
 {
     AddRefWrapper<Node> const node = nodeAt(session.document(), words[0]);
     PortIOType const ioType = words[1] == "input" ? eInput : eOutput;
-    requireName(session.document(), words[2]);
+    requireName(session.document(), words[2].substr(words[2].rfind('.') + 1));
     pushPortEdit(session, pathOf(*node), [&](ModifyNodePortCommand& command) {
         return command.createPort(ioType, words[2].c_str(), requireType(session, words[3]), PortProperties());
     });

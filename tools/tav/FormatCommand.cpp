@@ -1,5 +1,4 @@
 #include "Commands.h"
-#include "GraphCheck.h"
 #include "GraphInput.h"
 #include "Terminal.h"
 
@@ -17,16 +16,6 @@ struct FormatOptions {
     bool inPlace = false;
 };
 
-/// What the reader mends by leaving it out is not to get lost without a word.
-bool nothingWouldGetLost(GraphInput const& input)
-{
-    Problems const problems = checkGraph(input.bytes(), nullptr).problems;
-    if (countOf(problems, Severity::error) == 0)
-        return true;
-    report(input.name(), problems);
-    return false;
-}
-
 ExitCode runFormat(FormatOptions const& options)
 {
     GraphInput input(options.file);
@@ -36,7 +25,7 @@ ExitCode runFormat(FormatOptions const& options)
     }
     auto const runtime = makeRuntime({});
     kit::Document document(runtime.get());
-    if (!openOrReport(input, document) || !nothingWouldGetLost(input))
+    if (!openWholeOrReport(input, document))
         return eWrongInput;
 
     showSilentStage("writing the graph", input.bytes().size());

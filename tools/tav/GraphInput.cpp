@@ -1,5 +1,6 @@
 #include "GraphInput.h"
 
+#include "GraphCheck.h"
 #include "Terminal.h"
 
 #include <QtCore/QFile>
@@ -74,6 +75,17 @@ bool openOrReport(GraphInput& input, kit::Document& document)
     return false;
 }
 
+bool openWholeOrReport(GraphInput& input, kit::Document& document)
+{
+    if (!openOrReport(input, document))
+        return false;
+    Problems const problems = checkGraph(input.bytes(), nullptr).problems;
+    if (countOf(problems, Severity::error) == 0)
+        return true;
+    report(input.name(), problems);
+    return false;
+}
+
 AddRefWrapper<Compound> openCompound(std::string const& file, std::string const& path, kit::Document& document)
 {
     GraphInput input(file);
@@ -88,21 +100,26 @@ AddRefWrapper<Compound> openCompound(std::string const& file, std::string const&
     return compound;
 }
 
-std::unique_ptr<kit::StandardRuntime> makeRuntime(std::vector<std::string> const& libraryFiles)
+bool addLibraries(kit::StandardRuntime& runtime, std::vector<std::string> const& libraryFiles)
 {
-    auto runtime = std::make_unique<kit::StandardRuntime>();
     for (std::string const& path : libraryFiles) {
         GraphInput library(path);
         if (!library.read())
-            return nullptr;
+            return false;
         StatusStr const status =
-            runtime->addLibraryFromText(library.bytes().constData(), library.name().toUtf8().constData());
+            runtime.addLibraryFromText(library.bytes().constData(), library.name().toUtf8().constData());
         if (!status) {
             report(library.name(), {problemFrom(status, library.name())});
-            return nullptr;
+            return false;
         }
     }
-    return runtime;
+    return true;
+}
+
+std::unique_ptr<kit::StandardRuntime> makeRuntime(std::vector<std::string> const& libraryFiles)
+{
+    auto runtime = std::make_unique<kit::StandardRuntime>();
+    return addLibraries(*runtime, libraryFiles) ? std::move(runtime) : nullptr;
 }
 
 } // namespace tool
