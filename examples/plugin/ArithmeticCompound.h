@@ -12,7 +12,6 @@ public:
         TAV_marlo_v1::AddRefWrapper<TAV_marlo_v1::Node> const& owner);
 
     char const* getSpecializedCompoundTypeName() const override;
-    TAV_marlo_v1::AddRefWrapper<TAV_marlo_v1::Compound> createNewCompound(char const* name) override;
     bool onPortAddConnection(TAV_marlo_v1::AddRefWrapper<TAV_marlo_v1::Port> const& port,
                              TAV_marlo_v1::AddRefWrapper<TAV_marlo_v1::Port> const& other) override;
 

@@ -179,6 +179,8 @@ public:
     /// A node for text of that type. @return empty when the type is unknown: then a plain node with a
     /// warning stands in. Here: a plain Node if the runtime has a definition of that name.
     virtual AddRefWrapper<Node> createBareNode(char const* typeName, NodeFlags flags);
+    /// The owner node for a compound of that type, which createBareCompound gets next. Here: a plain Node.
+    virtual AddRefWrapper<Node> createBareOwner(char const* typeName);
     /// The compound object of `owner`, already set as its owned compound. Here: a plain Compound.
     virtual AddRefWrapper<Compound> createBareCompound(AddRefWrapper<Node> const& owner, char const* typeName);
 

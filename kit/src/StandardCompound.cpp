@@ -57,7 +57,8 @@ AddRefWrapper<Node> StandardCompound::createIONode(NodeFlags flags)
 
 AddRefWrapper<Compound> StandardCompound::createNewCompound(char const* name)
 {
-    AddRefWrapper<Node> const owner = Node::createNew(containerOf(*this), name ? name : "compound");
+    AddRefWrapper<Node> const owner = createBareOwner("compound");
+    owner->setName(name ? name : "compound");
     owner->setNodeTypeName("compound");
     AddRefWrapper<Compound> const compound = createBareCompound(owner, "compound");
     return compound && nodes().add(owner) ? compound : AddRefWrapper<Compound>();
@@ -96,6 +97,13 @@ AddRefWrapper<Node> StandardCompound::createBareNode(char const* typeName, NodeF
     if (runtime && runtime->knowsNodeType(typeName))
         return runtime->makeNode(container, typeName);
     return Compound::createBareNode(typeName, flags);
+}
+
+AddRefWrapper<Node> StandardCompound::createBareOwner(char const* typeName)
+{
+    Container* const container = containerOf(*this);
+    StandardRuntime* const runtime = standardRuntimeOf(container);
+    return runtime ? runtime->makeNode(container, typeName) : Compound::createBareOwner(typeName);
 }
 
 AddRefWrapper<Compound> StandardCompound::createBareCompound(AddRefWrapper<Node> const& owner, char const* typeName)

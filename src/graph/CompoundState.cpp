@@ -121,6 +121,12 @@ AddRefWrapper<Node> Compound::createBareNode(char const* typeName, NodeFlags fla
     return isKnown ? Node::createNew(container, nullptr) : AddRefWrapper<Node>();
 }
 
+AddRefWrapper<Node> Compound::createBareOwner(char const*)
+{
+    AddRefWrapper<Node> const owner = getAsNode();
+    return Node::createNew(owner ? owner->getContainer() : nullptr, nullptr);
+}
+
 AddRefWrapper<Compound> Compound::createBareCompound(AddRefWrapper<Node> const& owner, char const*)
 {
     return createNew(owner, nullptr);

@@ -399,7 +399,9 @@ void GraphReader::enterCompound(ElementAttributes const& attributes)
         m_source.fail(tooDeep("compounds"), atMost(kMaxCompoundDepth));
     if (m_source.failed())
         return;
-    AddRefWrapper<Node> const owner = Node::createNew(m_container, nullptr);
+    AddRefWrapper<Node> owner = maker().createBareOwner(item.type.data());
+    if (!owner || NodeAccess::impl(*owner).home || owner->isCompound())
+        owner = Node::createNew(m_container, nullptr);
     makeCompound(owner, item);
     m_owners.push_back(owner);
     m_states.push_back(State::Compound);
@@ -447,6 +449,7 @@ void GraphReader::leaveCompound()
 {
     AddRefWrapper<Node> const owner = m_owners.back();
     m_owners.pop_back();
+    handOver(*owner);
     handOver(*NodeAccess::impl(*owner).owned);
     place(owner);
 }

@@ -159,6 +159,10 @@ public:
     {
         return TestNode::create(container(), nullptr, type);
     }
+    AddRefWrapper<Node> createBareOwner(char const* type) override
+    {
+        return TestNode::create(container(), nullptr, type);
+    }
     AddRefWrapper<Compound> createBareCompound(AddRefWrapper<Node> const& owner, char const*) override
     {
         return create(owner);

@@ -23,6 +23,7 @@ public:
     /// StandardRuntime::makeNode, if the runtime knows the type.
     AddRefWrapper<Node> createBareNode(char const* typeName, NodeFlags flags) override;
     /// StandardRuntime::makeCompound; a StandardCompound without such a runtime.
+    AddRefWrapper<Node> createBareOwner(char const* typeName) override;
     AddRefWrapper<Compound> createBareCompound(AddRefWrapper<Node> const& owner, char const* typeName) override;
 
 protected:
