@@ -147,11 +147,7 @@ private:
             if (found.empty())
                 return typed.empty() ? names[choose(std::size(names))] : typed;
             std::string const chosen = found[choose(found.size())];
-            bool const goesOn = chosen.back() == '/' && choose(8) != 0;
-            if (!goesOn && slot.name.find("PORT") != std::string::npos && typed.find('.') == std::string::npos) {
-                typed = chosen + '.';
-                continue;
-            }
+            bool const goesOn = chosen.back() == '.' || (chosen.back() == '/' && choose(8) != 0);
             if (!goesOn || typed == chosen)
                 return chosen;
             typed = chosen;

@@ -134,6 +134,7 @@ TEST(EditLine, SaysWhatItExpected)
         {"set \x01 1", "expected text, found the character U+0001"},
         {"creat /", "there is no edit \"creat\"; did you mean \"create\"?"},
         {"frobnicate", "there is no edit \"frobnicate\"; \"help\" lists them all"},
+        {"foo", "there is no edit \"foo\"; \"help\" lists them all"},
         {"port", R"(expected "create", "remove", "rename" or "move" behind "port", found the end of the line)"},
         {"port fly", R"(expected "create", "remove", "rename" or "move" behind "port", found "fly")"},
         {"connect /three.out", "expected INPORT, found the end of the line; connect OUTPORT INPORT [metadata]"},
@@ -380,6 +381,9 @@ TEST(EditCompletion, KnowsWhatMayStandThere)
         {"rename /scaled/p", 7, {"/scaled/product"}},
         {"set \"/th ree.", 4, {"\"/th ree.out\"", "\"/th ree.value\""}},
         {"set /total.a", 4, {"/total.a"}},
+        {"set /to", 4, {"/total."}},
+        {"show /to", 5, {"/total"}},
+        {"explode /", 8, {"/scaled", "/scaled/"}},
         {"copy / ", 7, {"\"th ree\"", "hint", "scaled", "total"}},
         {"group / g /s", 10, {"/scaled", "/scaled/"}},
         {"help port re", 10, {"remove", "rename"}},
@@ -393,7 +397,8 @@ TEST(EditCompletion, KnowsWhatMayStandThere)
         EXPECT_EQ(found.words, row.words) << row.line;
     }
     EXPECT_EQ(tool::completionsOf(edited.document, "port re").common(), "re");
-    EXPECT_FALSE(tool::completionsOf(edited.document, "group / g /sc").isWhole());
+    for (char const* line : {"group / g /sc", "set /to", "re"})
+        EXPECT_FALSE(tool::completionsOf(edited.document, line).isWhole()) << line;
 }
 
 // ---- the tool

@@ -72,12 +72,12 @@ void appendPorts(PortList const& ports, std::string const& path, Words& words)
     }
 }
 
-enum class Wanted { compounds, nodes, ports };
+enum class Wanted { compounds, nodes, ports, nodesAndPorts };
 
 /// Paths of the nodes that stand beside the one that is being typed, and of the ports of the one in question.
 Words paths(Container const& graph, std::string const& typed, Wanted wanted)
 {
-    bool const withPorts = wanted == Wanted::ports;
+    bool const withPorts = wanted == Wanted::ports || wanted == Wanted::nodesAndPorts;
     std::size_t const slash = typed.rfind('/');
     if (slash == std::string::npos)
         return {"/"};
@@ -94,7 +94,9 @@ Words paths(Container const& graph, std::string const& typed, Wanted wanted)
     for (AddRefWrapper<Node> const& node : compound->nodes()) {
         std::string const path = pathOf(*node);
         bool const isAsked = typed == path || beginsWith(typed, path + '.');
-        if (wanted != Wanted::compounds || node->isCompound())
+        if (wanted == Wanted::ports && !isAsked)
+            words.push_back(path + '.'); // a port has to follow
+        else if (wanted != Wanted::ports && (wanted != Wanted::compounds || node->isCompound()))
             words.push_back(path);
         if (node->isCompound())
             words.push_back(path + '/');
@@ -144,8 +146,10 @@ Words wordsFor(Edit const& edit, kit::Document const& document, Words const& bef
         return paths(document, typed, Wanted::compounds);
     if (slot.name == "NODE")
         return paths(document, typed, Wanted::nodes);
-    bool const mayBePort = slot.name == "PATH" || slot.name == "ITEM" || slot.name.find("PORT") != std::string::npos;
-    return mayBePort ? paths(document, typed, Wanted::ports) : Words();
+    if (slot.name == "PORT" || slot.name == "OUTPORT" || slot.name == "INPORT")
+        return paths(document, typed, Wanted::ports);
+    bool const mayBePort = slot.name == "PATH" || slot.name == "ITEM" || slot.name == "NODE-OR-PORT";
+    return mayBePort ? paths(document, typed, Wanted::nodesAndPorts) : Words();
 }
 
 Words candidates(kit::Document const& document, UnfinishedLine const& line)
@@ -176,7 +180,7 @@ std::string Completions::common() const
 bool Completions::isWhole() const
 {
     std::size_t const last = words.size() == 1 ? words[0].find_last_not_of('"') : std::string::npos;
-    return last != std::string::npos && words[0][last] != '/';
+    return last != std::string::npos && words[0][last] != '/' && words[0][last] != '.';
 }
 
 Completions completionsOf(kit::Document const& document, std::string_view line)

@@ -12,7 +12,7 @@ struct Completions {
     Words words;           // as they are typed, with quotes where they need them; in order, each once
     /// What all of them begin with.
     std::string common() const;
-    /// A word is whole: the next one may follow. A path to a compound may go on.
+    /// There is one, and the next word may follow: it is no path that has to go on.
     bool isWhole() const;
 };
 

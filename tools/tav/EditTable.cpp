@@ -53,7 +53,7 @@ std::size_t distance(std::string const& a, std::string const& b)
 std::string guessFor(std::string const& word)
 {
     std::string best;
-    std::size_t least = 3; // what differs more is no slip of the finger
+    std::size_t least = std::min<std::size_t>(3, 1 + word.size() / 2); // what differs more is no slip of the finger
     for (Edit const& edit : allEdits()) {
         std::size_t const differs = word.size() < 32 ? distance(word, edit.name()) : least;
         if (differs < least) {
