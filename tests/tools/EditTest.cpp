@@ -397,6 +397,9 @@ TEST(EditCompletion, KnowsWhatMayStandThere)
         EXPECT_EQ(found.words, row.words) << row.line;
     }
     EXPECT_EQ(tool::completionsOf(edited.document, "port re").common(), "re");
+    Edited fan(graphFile("fan_in"));
+    EXPECT_EQ(tool::completionsOf(fan.document, "set /all.values.").words,
+              (tool::Words{"/all.values.first", "/all.values.second", "/all.values.third"}));
     for (char const* line : {"group / g /sc", "set /to", "re"})
         EXPECT_FALSE(tool::completionsOf(edited.document, line).isWhole()) << line;
 }

@@ -66,9 +66,10 @@ Words typeNames(Runtime const& runtime)
 void appendPorts(PortList const& ports, std::string const& path, Words& words)
 {
     for (AddRefWrapper<Port> const& port : ports) {
-        words.push_back(path + '.' + port->getName());
+        std::string const portPath = path + '.' + port->getName();
+        words.push_back(portPath);
         if (AddRefWrapper<PortList> const children = port->children())
-            appendPorts(*children, words.back(), words);
+            appendPorts(*children, portPath, words);
     }
 }
 
