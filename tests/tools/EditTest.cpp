@@ -280,7 +280,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "backdrop / back\nnote / hint \"a \\\"b\\\"\"\nannotation rename / hint back\nannotation remove / "
                 "back\nmetadata /back1 color red",
                 "list", "/three   constant\n/scaled  compound  (graph inside)\n/total   add\nnote back1\n"},
-        EditRow{"nesting", "copy / three scaled\npaste /scaled\npaste /", "list /scaled",
+        EditRow{"nesting", "copy / three scaled\npaste /scaled\npaste /", "list /scaled/",
                 "/scaled/input    io\n/scaled/output   io\n/scaled/product  multiply\n/scaled/three    "
                 "constant\n/scaled/scaled   compound  (graph inside)\n"},
         EditRow{"nesting", "begin all\nremove /total\nset /three.value 4\nend\nundo\nredo", "show /three",

@@ -37,8 +37,9 @@ void addItems(Compound const& compound, Words const& words, std::size_t first, C
         std::string const name = memberName(compound, words[i]);
         if (!known.insert(name).second)
             throw EditError('"' + words[i] + "\" is named twice");
-        if (!(compound.nodes()[name.c_str()] ? command(name.c_str(), true) : command(name.c_str(), false)))
-            throw EditError("\"" + words[i] + "\" cannot be taken");
+        bool const isNode = static_cast<bool>(compound.nodes()[name.c_str()]);
+        if (!command(name.c_str(), isNode))
+            throw EditError('"' + words[i] + "\" cannot be taken");
     }
 }
 
@@ -48,6 +49,8 @@ void create(EditSession& session, Words const& words)
 {
     AddRefWrapper<Compound> const parent = compoundAt(session.document(), words[0]);
     std::string const from = words.size() > 3 ? memberName(*parent, words[3]) : std::string();
+    if (!from.empty() && !parent->nodes()[from.c_str()])
+        throw EditError('"' + from + "\" is an annotation, expected a node");
     Runtime const* const runtime = session.document().getRuntime();
     if (!runtime || !runtime->getNodeDefinitionFromPresetPath(words[1].c_str()))
         throw EditError("no library has a preset \"" + words[1] + '"');

@@ -75,7 +75,9 @@ bool findPair(Container const& graph, std::string const& outputPath, std::string
 
 AddRefWrapper<Node> nodeAt(Container const& graph, std::string const& path)
 {
-    AddRefWrapper<Node> const node = graph.findNodeFromPath(path.c_str());
+    AddRefWrapper<Node> node = graph.findNodeFromPath(path.c_str());
+    if (!node && path.size() > 1 && path.back() == '/') // as completion leaves it in front of what is inside
+        node = graph.findNodeFromPath(path.substr(0, path.size() - 1).c_str());
     if (!node && findAnyPort(graph, path))
         throw EditError('"' + path + "\" is a port, expected a node");
     if (!node)
