@@ -161,6 +161,9 @@ TEST(EditLine, SaysWhatItExpected)
         {"disconnect /three.out /total.b", "\"/three.out\" and \"/total.b\" are not connected"},
         {"chain /three /three", "\"/three\" cannot be connected with \"/three\""},
         {"set /three.x 1", "\"/three.x\" leads to no port"},
+        {"show /four", "\"/four\" leads to no node or port"},
+        {"disconnect-all /four", "\"/four\" leads to no node or port"},
+        {"metadata /four k v", "\"/four\" leads to no node, port or annotation"},
         {"reset /total.a", "\"/total.a\" has no values"},
         {"type /total.a number",
          "there is no data type \"number\"; there are bool, int, float, string, float2, float3, "

@@ -45,7 +45,7 @@ void changeNodeEntry(EditSession& session, Node const& node, StringArray const& 
 
 void changePortEntry(EditSession& session, StringArray const& values, Words const& words)
 {
-    PortPlace const place = portAt(session.document(), words[0]);
+    PortPlace const place = portAt(session.document(), words[0], "node, port or annotation");
     char const* const key = words[1].c_str();
     requireEntry(!place.port->getPortMetaDataValue(key).empty(), values, words);
     if (values.size() > 1)

@@ -81,7 +81,8 @@ void disconnect(EditSession& session, Words const& words)
 void disconnectAll(EditSession& session, Words const& words)
 {
     AddRefWrapper<Node> const node = session.document().findNodeFromPath(words[0].c_str());
-    AddRefWrapper<Port> const port = node ? AddRefWrapper<Port>() : portAt(session.document(), words[0]).port;
+    AddRefWrapper<Port> const port =
+        node ? AddRefWrapper<Port>() : portAt(session.document(), words[0], "node or port").port;
     session.perform(RecursiveDisconnectAllCommand(), [&](RecursiveDisconnectAllCommand& command) {
         return node ? command.disconnectAll(&session.document(), node, /*includeReversePorts=*/false)
                     : command.disconnectAll(&session.document(), port);

@@ -49,7 +49,8 @@ AddRefWrapper<Node> nodeShowing(Port& port)
 }
 
 /// Of the ports at the path the one of that direction, on whichever side of a compound.
-void requireDirection(Container const& graph, std::string const& path, Container::ESearchIOType ioType)
+void requireDirection(Container const& graph, std::string const& path, Container::ESearchIOType ioType,
+                      char const* what = "port")
 {
     if (findPort(graph, path, ioType, Container::eSearchAllPorts))
         return;
@@ -59,7 +60,7 @@ void requireDirection(Container const& graph, std::string const& path, Container
                         + (wantsInput ? "\" is an output, expected an input" : "\" is an input, expected an output"));
     if (graph.findNodeFromPath(path.c_str()))
         throw EditError('"' + path + "\" is a node, expected one of its ports, as in \"" + path + ".port\"");
-    failToFind(graph, path, "port");
+    failToFind(graph, path, what);
 }
 
 bool findPair(Container const& graph, std::string const& outputPath, std::string const& inputPath, PortPair& pair)
@@ -101,11 +102,11 @@ AddRefWrapper<Compound> parentOf(Node const& node, std::string const& path)
     return parent;
 }
 
-PortPlace portAt(Container const& graph, std::string const& path)
+PortPlace portAt(Container const& graph, std::string const& path, char const* what)
 {
     PortPlace place{findAnyPort(graph, path), {}, {}, {}, eInput};
     if (!place.port)
-        requireDirection(graph, path, Container::eSearchAnyIO);
+        requireDirection(graph, path, Container::eSearchAnyIO, what);
     place.node = place.port ? nodeShowing(*place.port) : AddRefWrapper<Node>();
     if (!place.node)
         failToFind(graph, path, "port of a node");

@@ -27,7 +27,8 @@ struct PortPlace {
 
 /// A node's port: at the path of a compound its outside, at that of an IO node what it shows. A path that fits
 /// an input and an output means the input.
-PortPlace portAt(TAV_marlo_v1::Container const& graph, std::string const& path);
+/// @param what the path might have led to, in the words of the error
+PortPlace portAt(TAV_marlo_v1::Container const& graph, std::string const& path, char const* what = "port");
 
 /// The two ports that can be connected with each other.
 struct PortPair {

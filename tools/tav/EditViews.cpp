@@ -123,7 +123,7 @@ void show(EditSession& session, Words const& words)
         session.host().print(nodeText(*node));
         return;
     }
-    PortPlace const place = portAt(session.document(), words[0]);
+    PortPlace const place = portAt(session.document(), words[0], "node or port");
     std::string text;
     appendPort(*place.port, "", text);
     appendPortEntries(*place.port, text);
