@@ -145,11 +145,11 @@ Words wordsFor(Edit const& edit, kit::Document const& document, Words const& bef
         return memberNames(document, before[0]);
     if (slot.name == "PARENT" || slot.name == "COMPOUND")
         return paths(document, typed, Wanted::compounds);
-    if (slot.name == "NODE")
+    if (slot.name == "NODE" || slot.name == "PATH")
         return paths(document, typed, Wanted::nodes);
     if (slot.name == "PORT" || slot.name == "OUTPORT" || slot.name == "INPORT")
         return paths(document, typed, Wanted::ports);
-    bool const mayBePort = slot.name == "PATH" || slot.name == "ITEM" || slot.name == "NODE-OR-PORT";
+    bool const mayBePort = slot.name == "ITEM" || slot.name == "NODE-OR-PORT";
     return mayBePort ? paths(document, typed, Wanted::nodesAndPorts) : Words();
 }
 

@@ -158,7 +158,7 @@ std::vector<Edit> const& allEdits()
         {"begin", "TEXT", "makes one edit of all up to \"end\"", beginGroup},
         {"end", "", "ends what \"begin\" began", endGroup},
         {"list", "[PATH]", "lists what is in a compound", list},
-        {"show", "PATH", "shows a node or a port", show},
+        {"show", "NODE-OR-PORT", "shows a node or a port", show},
         {"dump", "", "lists the whole graph", dump},
         {"save", "[FILE]", "writes the graph as it is now, to its file or another", save},
         {"help", "[EDIT...]", "lists the edits, or explains one", help},
