@@ -15,7 +15,7 @@ namespace {
 /// that XML may not carry. Rather too often than too seldom.
 bool mayGetLostInText(StringArray const& values)
 {
-    if (values.size() == 0)
+    if (values.empty())
         return true;
     for (char const* value : values) {
         if (*value == '\0')

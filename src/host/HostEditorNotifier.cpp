@@ -40,7 +40,7 @@ void tell(HostEditor& editor, PostponedChange const& change) noexcept
 {
     try {
         change.execute(&editor);
-    } catch (...) { // NOLINT(bugprone-empty-catch): see above
+    } catch (...) { // see above
     }
 }
 
@@ -92,7 +92,7 @@ void HostEditorNotifier::Record::deliverPending()
     if (isHeldBack()) {
         try {
             enlist();
-        } catch (std::bad_alloc const&) { // NOLINT(bugprone-empty-catch)
+        } catch (std::bad_alloc const&) {
             // They stay pending, and go out with the notifier's next change.
         }
         return;
@@ -241,7 +241,7 @@ void HostEditorNotifier::Record::takeUp(PostponedChange const& change) noexcept
             queue(change);
         else
             deliverNow(change);
-    } catch (std::bad_alloc const&) { // NOLINT(bugprone-empty-catch): see above
+    } catch (std::bad_alloc const&) { // see above
     }
 }
 
