@@ -6,6 +6,7 @@
 #include "commands/NodeEdits.h"
 #include "commands/PortEdits.h"
 #include "graph/AnnotationListImpl.h"
+#include "graph/CompoundImpl.h"
 #include "graph/NodeImpl.h"
 #include "graph/PortImpl.h"
 
@@ -53,6 +54,11 @@ public:
                     join(*port);
             }
         }
+        for (Node* const ioNode : CompoundAccess::impl(compound).ioNodes) {
+            collectWithChildren(ioNode->inputs(), m_portsOfIONodes);
+            collectWithChildren(ioNode->outputs(), m_portsOfIONodes);
+        }
+        std::erase_if(m_portsOfIONodes, [](auto const& port) { return port->isCompoundInternalPort(); });
     }
 
     struct Joint {
@@ -66,6 +72,8 @@ public:
     std::vector<Feed> const& feeds() const noexcept { return m_feeds; }
     Ports const& outsides() const noexcept { return m_outsides; }
     Ports const& insides() const noexcept { return m_insides; }
+    /// Those that are the IO nodes' own: what is connected to them goes with the compound.
+    Ports const& portsOfIONodes() const noexcept { return m_portsOfIONodes; }
 
 private:
     /// A port of the border that takes: from outside, or from inside.
@@ -103,7 +111,7 @@ private:
 
     Compound& m_compound;
     AddRefWrapper<Node> m_owner;
-    Ports m_outsides, m_insides;
+    Ports m_outsides, m_insides, m_portsOfIONodes;
     std::unordered_set<Port const*> m_border;
     std::vector<Joint> m_joints;
     std::vector<Feed> m_feeds;
@@ -186,7 +194,7 @@ bool ExplodeCompoundCommand::Impl::explode(Compound& parent, Compound& compound)
     AddRefWrapper<Node> const owner = compound.getAsNode();
 
     bool isWhole = true;
-    for (Ports const* ports : {&border.outsides(), &border.insides()}) {
+    for (Ports const* ports : {&border.outsides(), &border.insides(), &border.portsOfIONodes()}) {
         for (AddRefWrapper<Port> const& port : *ports)
             isWhole = isWhole && detail::cutConnectionsBelow(log, *port);
     }

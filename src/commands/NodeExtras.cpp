@@ -6,6 +6,7 @@
 #include "graph/PortImpl.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace TAV_marlo_v1::detail {
 
@@ -27,6 +28,18 @@ bool mayGetLostInText(StringArray const& values)
         }
     }
     return false;
+}
+
+/// Graph text lists connections by the outputs of the nodes that are no IO nodes, and has no words for two
+/// ports that both give or both take. Asked of both ends, true for one of them.
+bool isLeftOutOfText(Port const& port, Port const& other)
+{
+    if (port.isCompoundInternalPort() || other.isCompoundInternalPort())
+        return port.isCompoundInternalPort() == other.isCompoundInternalPort()
+               && port.getPortIOType() == other.getPortIOType() && std::less<Port const*>()(&port, &other);
+    if (port.getPortIOType() == other.getPortIOType())
+        return std::less<Port const*>()(&port, &other);
+    return port.getPortIOType() == eOutput && port.getParentNode()->testFlag(eAnyIO);
 }
 
 bool isShownByIONode(Port const& port)
@@ -98,7 +111,7 @@ void NodeExtras::noteCompound(Compound const& compound)
         PortList const& list = ioType == eInput ? compound.innerOutputs() : compound.innerInputs();
         bool const isShown = !list.empty() && isShownByIONode(*list[0u]);
         notePorts(list, {ioType, true, {}}, !isShown);
-        noteOrders(compound, list, true);
+        noteConnections(compound, list, true);
     }
     noteAnnotationOrder(compound);
     unsigned index = 0;
@@ -107,21 +120,32 @@ void NodeExtras::noteCompound(Compound const& compound)
         if (!extras.empty())
             m_nodes.emplace_back(index, std::move(extras));
         ++index;
-        noteOrders(compound, node.inputs(), false);
-        noteOrders(compound, node.outputs(), false);
+        noteConnections(compound, node.inputs(), false);
+        noteConnections(compound, node.outputs(), false);
     });
 }
 
-void NodeExtras::noteOrders(Compound const& compound, PortList const& list, bool isInner)
+void NodeExtras::noteConnections(Compound const& compound, PortList const& list, bool isInner)
 {
     PortAccess::impl(list).ports.forEach([&](Port const& port) {
         if (port.isCompoundInternalPort() != isInner)
             return;
-        if (port.connectedTo().size() > 1)
-            noteOrder(compound, port);
+        noteConnections(compound, port);
         if (PortList const* const children = PortAccess::impl(port).children.get())
-            noteOrders(compound, *children, isInner);
+            noteConnections(compound, *children, isInner);
     });
+}
+
+void NodeExtras::noteConnections(Compound const& compound, Port const& port)
+{
+    if (port.connectedTo().size() > 1)
+        noteOrder(compound, port);
+    if (port.isConnected()) {
+        PortAccess::impl(port.connectedTo()).ports.forEach([&](Port const& other) {
+            if (isLeftOutOfText(port, other))
+                m_unsaved.emplace_back(endOf(compound, port), endOf(compound, other));
+        });
+    }
 }
 
 void NodeExtras::noteAnnotationOrder(Compound const& compound)
@@ -165,7 +189,7 @@ NodeExtras::PortPlace NodeExtras::placeOf(Port const& port)
 bool NodeExtras::empty() const noexcept
 {
     return m_flags == eNoNodeFlags && m_states.empty() && m_typeDisplayName.empty() && m_messages.empty()
-           && m_ports.empty() && m_orders.empty() && m_annotationTypes.empty() && m_nodes.empty();
+           && m_ports.empty() && m_unsaved.empty() && m_orders.empty() && m_annotationTypes.empty() && m_nodes.empty();
 }
 
 // ---- restoring
@@ -190,6 +214,12 @@ void NodeExtras::restore(Node& node) const
     for (auto const& [index, extras] : m_nodes) {
         if (AddRefWrapper<Node> const inside = compound->nodes()[index])
             extras.restore(*inside);
+    }
+    for (auto const& [end, otherEnd] : m_unsaved) {
+        AddRefWrapper<Port> const port(find(*compound, end));
+        AddRefWrapper<Port> const other(find(*compound, otherEnd));
+        if (port && other)
+            port->addConnection(other, /*copyMetadata=*/false);
     }
     for (ConnectionOrder const& order : m_orders)
         restoreOrder(*compound, order);

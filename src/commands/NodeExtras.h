@@ -12,8 +12,8 @@
 namespace TAV_marlo_v1::detail {
 
 /// What the text of a node, or of a compound, leaves out: states, messages, watch points, values that
-/// text can't carry, the order of the connections at the ends that text does not list, and of a
-/// compound some flags. Ports and nodes are named by their place, which reading the text brings back.
+/// text can't carry, what text leaves out of the connections inside a compound, and the order at the ends that it does
+/// not list, and of a compound some flags. Ports and nodes are named by their place, which reading the text brings back.
 class NodeExtras {
 public:
     explicit NodeExtras(Node const& node);
@@ -50,7 +50,8 @@ private:
     void notePorts(PortList const& list, PortPlace place, bool notesFlags);
     void notePort(Port const& port, PortPlace const& place, bool notesFlags);
     void noteCompound(Compound const& compound);
-    void noteOrders(Compound const& compound, PortList const& list, bool isInner);
+    void noteConnections(Compound const& compound, PortList const& list, bool isInner);
+    void noteConnections(Compound const& compound, Port const& port);
     void noteAnnotationOrder(Compound const& compound);
     void noteOrder(Compound const& compound, Port const& port);
     static End endOf(Compound const& compound, Port const& port);
@@ -68,6 +69,7 @@ private:
     SharedTextRef m_typeDisplayName;
     std::vector<Message> m_messages;
     std::vector<PortExtras> m_ports;
+    std::vector<std::pair<End, End>> m_unsaved; // connections inside the compound that its text leaves out
     std::vector<ConnectionOrder> m_orders;
     // The kinds in list order, unless all backdrops stand before all sticky notes, as they do in text.
     std::vector<Annotation::AnnotationType> m_annotationTypes;

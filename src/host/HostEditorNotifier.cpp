@@ -69,8 +69,9 @@ void HostEditorNotifier::Record::queue(PostponedChange const& change)
 {
     if (!pending.empty() && change.repeats(*pending.back()))
         return;
-    pending.push_back(change.keep());
+    // In this order: a change that waits without being enlisted would wait for ever, and keep its node alive.
     enlist();
+    pending.push_back(change.keep());
 }
 
 void HostEditorNotifier::Record::enlist()
@@ -93,7 +94,8 @@ void HostEditorNotifier::Record::deliverPending()
         try {
             enlist();
         } catch (std::bad_alloc const&) {
-            // They stay pending, and go out with the notifier's next change.
+            std::vector<std::unique_ptr<PostponedChange>> untold;
+            untold.swap(pending);
         }
         return;
     }

@@ -55,6 +55,8 @@ class Series {
 public:
     explicit Series(std::string const& graph)
     {
+        CopyPasteCommandBase::setUseLocalClipboard(true);
+        CopyPasteCommandBase::setClipboardData("");
         static_cast<void>(document.open(graph.c_str()));
         m_start = text();
         m_keeper.picture.see(*document.getTopNode());
@@ -193,8 +195,6 @@ TEST_P(RandomSeries, OfEditsAreTakenBackExactly)
     unsigned const count = wanted ? static_cast<unsigned>(std::strtoul(wanted, nullptr, 10)) : 3;
     unsigned played = 0, accepted = 0;
     for (unsigned seed = 1; seed <= count; ++seed) {
-        CopyPasteCommandBase::setUseLocalClipboard(true);
-        CopyPasteCommandBase::setClipboardData("");
         std::mt19937 random(seed);
         Script script;
         std::string wrong;
@@ -212,11 +212,10 @@ TEST_P(RandomSeries, OfEditsAreTakenBackExactly)
         played += static_cast<unsigned>(script.size());
         if (wrong.empty())
             continue;
-        CopyPasteCommandBase::setClipboardData("");
         std::string lines;
         script = shortened(graph, script);
         for (std::string const& line : script)
-            lines += line + "\n";
+            lines.append(line).append("\n");
         FAIL() << "seed " << seed << " fails: " << play(graph, script) << "\n---- tav edit " << graph << " -s\n"
                << lines;
     }

@@ -297,6 +297,7 @@ private:
         group.innerInputs()[0u]->setWatchPoint();
         node("/group/output")->createNodePort(eOutput, "its own", type, PortProperties());
         out("/group/output", 0)->setWatchPoint();
+        link(out("/group/output", 0), in("/group/left", 0));
         node("/mix")->setMetadataValue("coords", "1 2");
         node("/group")->setMetadataValue("note", "outside");
         group.setMetadataValue("kind", "inside");
