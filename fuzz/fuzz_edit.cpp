@@ -3,10 +3,9 @@
 //
 // An input is a script, or behind a "!" bytes that choose, edit by edit, from what the graph allows just then.
 
-#include "EditCompletion.h"
 #include "EditSession.h"
-#include "EditTable.h"
 #include "Support.h"
+#include "support/EditWriter.h"
 
 #include <tav/AnnotationList.h>
 #include <tav/CopyPasteCommandBase.h>
@@ -80,84 +79,20 @@ public:
     void save(std::string const&) override {}
 };
 
-/// Writes edits that the graph has a place for, as the bytes choose.
-class Writer {
-public:
-    Writer(std::string const& bytes, kit::Document const& document)
-        : m_bytes(bytes)
-        , m_document(document)
-    {
-    }
-
-    bool atEnd() const { return m_at >= m_bytes.size(); }
-
-    std::string next()
-    {
-        static std::vector<tool::Edit> const edits = playable();
-        tool::Edit const& edit = edits[choose(edits.size())];
-        std::string line = edit.name();
-        for (std::size_t i = 0; tool::EditSlot const* const slot = edit.slotAt(i); ++i) {
-            line += ' ';
-            bool const isNumber = slot->name == "N" || slot->name == "INDEX";
-            line += isNumber ? std::to_string(choose(4)) : word(line, *slot);
-            bool const mayEnd = isWhole(edit, i + 1);
-            if (mayEnd && choose(3) == 0)
-                break;
-        }
-        return line;
-    }
-
-private:
-    static std::vector<tool::Edit> playable()
-    {
-        std::vector<tool::Edit> edits;
+/// Those that may change something, undo and redo among them.
+std::vector<tool::Edit> const& playable()
+{
+    static std::vector<tool::Edit> const edits = [] {
+        std::vector<tool::Edit> found;
         for (tool::Edit const& edit : tool::allEdits()) {
             if (edit.name() == "list")
                 break; // from there on none changes anything
-            edits.push_back(edit);
+            found.push_back(edit);
         }
-        return edits;
-    }
-
-    static bool isWhole(tool::Edit const& edit, std::size_t count)
-    {
-        try {
-            tool::Words words;
-            for (std::size_t i = 0; i < count; ++i)
-                words.push_back(edit.slotAt(i)->fixed.empty() ? "x" : edit.slotAt(i)->fixed[0]);
-            edit.check(words);
-            return true;
-        } catch (tool::EditError const&) {
-            return false;
-        }
-    }
-
-    std::size_t choose(std::size_t count)
-    {
-        return m_at < m_bytes.size() ? static_cast<unsigned char>(m_bytes[m_at++]) % count : 0;
-    }
-
-    /// A word that may stand there, by way of compounds if it is a path; a name of few where any may stand.
-    std::string word(std::string const& line, tool::EditSlot const& slot)
-    {
-        static char const* const names[] = {"x", "p", "n1", "k", "1", "b", "{1,2}"};
-        std::string typed = slot.name == "NODE" && choose(2) == 0 ? "/" : "";
-        for (;;) {
-            tool::Words const found = tool::completionsOf(m_document, line + typed).words;
-            if (found.empty())
-                return typed.empty() ? names[choose(std::size(names))] : typed;
-            std::string const chosen = found[choose(found.size())];
-            bool const goesOn = chosen.back() == '.' || (chosen.back() == '/' && choose(8) != 0);
-            if (!goesOn || typed == chosen)
-                return chosen;
-            typed = chosen;
-        }
-    }
-
-    std::string const& m_bytes;
-    kit::Document const& m_document;
-    std::size_t m_at = 1; // behind the "!"
-};
+        return found;
+    }();
+    return edits;
+}
 
 unsigned sizeOf(Compound const& compound)
 {
@@ -185,8 +120,12 @@ public:
     void run()
     {
         if (m_input[0] == '!') {
-            for (Writer writer(m_input, m_document); !writer.atEnd() && mayGoOn();)
-                play(writer.next());
+            std::size_t at = 1;
+            tav_test::EditWriter writer(m_document, [&](std::size_t count) {
+                return at < m_input.size() ? static_cast<unsigned char>(m_input[at++]) % count : 0;
+            });
+            while (at < m_input.size() && mayGoOn())
+                play(writer.next(playable()));
         } else {
             for (std::size_t begin = 0; begin < m_input.size() && mayGoOn();) {
                 std::size_t const end = std::min(m_input.find('\n', begin), m_input.size());

@@ -40,8 +40,7 @@ public:
             return false;
         if (a->connectedTo().size() == m_countBefore)
             return true; // it was never cut
-        if (!a->addConnection(b, /*copyMetadata=*/false))
-            return false;
+        PortAccess::connectAgain(*a, *b);
         PortAccess::placeConnection(*a, *b, m_placeInA);
         PortAccess::placeConnection(*b, *a, m_placeInB);
         return true;
@@ -225,8 +224,9 @@ void LostConnections::restore(Scene const& scene) const
     for (Connection const& connection : m_connections) {
         AddRefWrapper<Port> const mine = connection.mine.find(scene);
         AddRefWrapper<Port> const other = connection.other.find(scene);
-        if (!mine || !other || present.take(*mine, *other) || !mine->addConnection(other, /*copyMetadata=*/false))
+        if (!mine || !other || present.take(*mine, *other))
             continue;
+        PortAccess::connectAgain(*mine, *other);
         ends.push_back({mine, other, connection.placeInMine});
         ends.push_back({other, mine, connection.placeInOther});
     }

@@ -4,7 +4,8 @@
 
 namespace TAV_marlo_v1::detail {
 
-/// Port::removeConnection; taken back, the connection has its old place in both lists.
+/// Port::removeConnection; taken back, the connection has its old place in both lists. Nobody is asked then,
+/// only told: rules that would refuse the connection today did not keep it from being there.
 bool cutConnection(EditLog& log, Port& a, Port& b);
 
 /// As cutConnection, for every connection of the port and of its children.

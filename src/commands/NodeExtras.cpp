@@ -219,7 +219,7 @@ void NodeExtras::restore(Node& node) const
         AddRefWrapper<Port> const port(find(*compound, end));
         AddRefWrapper<Port> const other(find(*compound, otherEnd));
         if (port && other)
-            port->addConnection(other, /*copyMetadata=*/false);
+            PortAccess::connectAgain(*port, *other);
     }
     for (ConnectionOrder const& order : m_orders)
         restoreOrder(*compound, order);

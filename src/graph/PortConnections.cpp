@@ -94,6 +94,15 @@ bool Port::connectActing(AddRefWrapper<Port> const& other, bool copyMetadata)
     return true;
 }
 
+void PortAccess::connectAgain(Port& a, Port& b)
+{
+    AddRefWrapper<Port> const acting(otherActs(a, b) ? &b : &a);
+    AddRefWrapper<Port> const other(acting.get() == &a ? &b : &a);
+    link(*acting, *other);
+    if (PortNotification* const owner = acting->getParent())
+        owner->onPortConnectionAdded(acting, other);
+}
+
 bool Port::removeConnection(AddRefWrapper<Port> const& other)
 {
     if (!other)

@@ -108,6 +108,8 @@ public:
     static void swapPorts(PortList& a, PortList& b) noexcept;
     /// One link between the two, each listing the other; all or nothing.
     static void link(Port& a, Port& b);
+    /// Port::addConnection without a question: for what was connected before, which is not to be judged again.
+    static void connectAgain(Port& a, Port& b);
     /// Cuts one link. @return whether both ends listed each other
     static bool unlink(Port& a, Port& b) noexcept;
     /// Cuts every link of the port and of its children.

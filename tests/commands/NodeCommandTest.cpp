@@ -176,6 +176,18 @@ TEST(ConnectCommands, DisconnectingTakesTheWatchPointsAlong)
     EXPECT_EQ(graph.picture(), before);
 }
 
+TEST(ConnectCommands, WhatWasThereComesBackAgainstTheRulesOfToday)
+{
+    EditableGraph graph;
+    std::string const before = graph.picture();
+    ConnectCommand command;
+    EXPECT_TRUE(command.disconnectAll(&graph.container, graph.in("/hub", 0)));
+    Questions::get().left = 0; // whatever is asked first is refused
+    EXPECT_TRUE(command.undo());
+    Questions::get() = Questions();
+    EXPECT_EQ(graph.picture(), before);
+}
+
 TEST(ConnectCommands, TheSidesOfACompoundPortAreNotMixedUp)
 {
     EditableGraph graph;
