@@ -35,13 +35,13 @@ TEST_F(MetadataStore, EachChangeIsToldOnce)
 {
     using Store = CountingMetadata&;
     bool (*const changes[])(Store) = {
-        [](Store store) { return store.addMetadata("k", "2"); },
-        [](Store store) { return store.setMetadataValue("new", "n"); },
-        [](Store store) { return store.setMetadataValue("k", "1"); },
-        [](Store store) { return store.setChildList("d", PropertyList()); },
-        [](Store store) { return store.setChildList("d", PropertyList("x={}", eSerializeLossless)); },
-        [](Store store) { return store.removeChildList("c"); },
-        [](Store store) { return store.removeMetadata("gone"); }};
+        [](Store metadata) { return metadata.addMetadata("k", "2"); },
+        [](Store metadata) { return metadata.setMetadataValue("new", "n"); },
+        [](Store metadata) { return metadata.setMetadataValue("k", "1"); },
+        [](Store metadata) { return metadata.setChildList("d", PropertyList()); },
+        [](Store metadata) { return metadata.setChildList("d", PropertyList("x={}", eSerializeLossless)); },
+        [](Store metadata) { return metadata.removeChildList("c"); },
+        [](Store metadata) { return metadata.removeMetadata("gone"); }};
     store.addMetadata("gone", "");
     store.changes = 0;
     int told = 0;
