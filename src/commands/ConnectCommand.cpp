@@ -22,20 +22,17 @@ ConnectCommand::~ConnectCommand() = default;
 bool ConnectCommand::connect(Container* container, AddRefWrapper<Port> const& a, AddRefWrapper<Port> const& b,
                              bool copyMetaData)
 {
-    return m_impl && m_impl->record.record(container, a, b, ConnectionOperation::eConnect, copyMetaData)
-           && m_impl->record.perform();
+    return m_impl && m_impl->record.actNow(container, a, b, ConnectionOperation::eConnect, copyMetaData);
 }
 
 bool ConnectCommand::disconnect(Container* container, AddRefWrapper<Port> const& a, AddRefWrapper<Port> const& b)
 {
-    return m_impl && m_impl->record.record(container, a, b, ConnectionOperation::eDisconnect, false)
-           && m_impl->record.perform();
+    return m_impl && m_impl->record.actNow(container, a, b, ConnectionOperation::eDisconnect, false);
 }
 
 bool ConnectCommand::disconnectAll(Container* container, AddRefWrapper<Port> const& port)
 {
-    return m_impl && m_impl->record.record(container, port, port, ConnectionOperation::eDisconnectAll, false)
-           && m_impl->record.perform();
+    return m_impl && m_impl->record.actNow(container, port, port, ConnectionOperation::eDisconnectAll, false);
 }
 
 bool ConnectCommand::redo()

@@ -45,13 +45,22 @@ private:
 
 } // namespace
 
+namespace {
+
+/// Whether the second of the two is the output side: callers give them in any order.
+bool isSwapped(Port const& a, ConnectionOperation operation)
+{
+    return operation != ConnectionOperation::eDisconnectAll && a.getPortIOType() == eInput;
+}
+
+} // namespace
+
 bool ConnectionRecord::record(Container* container, AddRefWrapper<Port> const& a, AddRefWrapper<Port> const& b,
                               ConnectionOperation operation, bool copyMetaData)
 {
     if (!container || !a || !b)
         return false;
-    // The output side first, whichever order the caller used.
-    bool const swapped = operation != ConnectionOperation::eDisconnectAll && a->getPortIOType() == eInput;
+    bool const swapped = isSwapped(*a, operation);
     PortAddress output(swapped ? *b : *a);
     PortAddress input(swapped ? *a : *b);
     m_scope.setContainerOnce(container);
@@ -62,18 +71,37 @@ bool ConnectionRecord::record(Container* container, AddRefWrapper<Port> const& a
     return true;
 }
 
+bool ConnectionRecord::actNow(Container* container, AddRefWrapper<Port> const& a, AddRefWrapper<Port> const& b,
+                              ConnectionOperation operation, bool copyMetaData)
+{
+    if (!record(container, a, b, operation, copyMetaData))
+        return false;
+    AddRefWrapper<Port> const first(a); // the caller's handles may be those of a list that changes
+    AddRefWrapper<Port> const second(b);
+    beginRun();
+    return isSwapped(*first, operation) ? run(second, first) : run(first, second);
+}
+
 bool ConnectionRecord::perform()
 {
-    m_forward = true;
+    beginRun();
     AddRefWrapper<Port> const output = m_output.find(m_scope.scene());
     AddRefWrapper<Port> const input = m_input.find(m_scope.scene());
+    return output && input && run(output, input);
+}
+
+void ConnectionRecord::beginRun()
+{
+    m_forward = true;
     m_log.clear();
     m_watchPointCommands.clear();
     m_compoundPortCommands.clear();
     m_nodePortCommands.clear();
     m_journal.removeAll();
-    if (!output || !input)
-        return false;
+}
+
+bool ConnectionRecord::run(AddRefWrapper<Port> const& output, AddRefWrapper<Port> const& input)
+{
     m_journal.addStringPair("Output", pathOf(*output).toChar());
     m_journal.addStringPair("Input", pathOf(*input).toChar());
 

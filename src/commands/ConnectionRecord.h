@@ -23,6 +23,9 @@ public:
     bool record(Container* container, AddRefWrapper<Port> const& a, AddRefWrapper<Port> const& b,
                 ConnectionOperation operation, bool copyMetaData);
 
+    /// Notes the operation and does it, on these very ports.
+    bool actNow(Container* container, AddRefWrapper<Port> const& a, AddRefWrapper<Port> const& b,
+                ConnectionOperation operation, bool copyMetaData);
     /// Does what was noted; so again for redo. @return false also when a port is not found any more
     bool perform();
     bool undo(Renamings const* renamings = nullptr);
@@ -33,6 +36,8 @@ public:
     PropertyList const& journal() const noexcept { return m_journal; }
 
 private:
+    void beginRun();
+    bool run(AddRefWrapper<Port> const& output, AddRefWrapper<Port> const& input);
     bool act(Port& output, Port& input);
     bool connect(Port& output, Port& input);
     bool disconnect(Port& output, Port& input);

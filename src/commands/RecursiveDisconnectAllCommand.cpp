@@ -101,8 +101,7 @@ bool RecursiveDisconnectAllCommand::Impl::disconnectOne(Port& port)
 {
     AddRefWrapper<Port> const kept(&port);
     records.emplace_back();
-    return records.back().record(scope.container(), kept, kept, detail::ConnectionOperation::eDisconnectAll, false)
-           && records.back().perform();
+    return records.back().actNow(scope.container(), kept, kept, detail::ConnectionOperation::eDisconnectAll, false);
 }
 
 bool RecursiveDisconnectAllCommand::redo()

@@ -176,6 +176,19 @@ TEST(ConnectCommands, DisconnectingTakesTheWatchPointsAlong)
     EXPECT_EQ(graph.picture(), before);
 }
 
+TEST(ConnectCommands, ActOnTheVeryPortsTheyAreGiven)
+{
+    EditableGraph graph;
+    AddRefWrapper<Node> const hub = graph.node("/hub");
+    AddRefWrapper<Port> const output = graph.out("/hub", 0);
+    graph.container.setTopNode({}); // no path leads to them any more
+    RecursiveDisconnectAllCommand all;
+    EXPECT_TRUE(all.disconnectAll(&graph.container, hub, false));
+    EXPECT_FALSE(output->isConnected());
+    EXPECT_FALSE(all.undo());
+    graph.container.setTopNode(graph.topNode);
+}
+
 TEST(ConnectCommands, WhatWasThereComesBackAgainstTheRulesOfToday)
 {
     EditableGraph graph;
