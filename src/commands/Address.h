@@ -37,21 +37,15 @@ public:
     /// The owner node's; invalid when that died.
     explicit NodeAddress(Compound const& compound);
 
-    bool isValid() const noexcept { return m_isValid; }
     /// Empty when the names lead nowhere.
     AddRefWrapper<Node> find(Scene const& scene) const;
     AddRefWrapper<Compound> findCompound(Scene const& scene) const;
     NodeAddress child(SharedTextRef const& name) const;
 
-    friend bool operator==(NodeAddress const& a, NodeAddress const& b) noexcept
-    {
-        return a.m_isValid == b.m_isValid && a.m_names == b.m_names;
-    }
-
 private:
     friend class Renamings;
     std::vector<SharedTextRef> m_names; // outermost first, without the top node's
-    bool m_isValid = false;
+    bool m_isValid = false;             // the way up ended at a top node
 };
 
 /// The list that a port stands in: of a node, of a compound seen from inside, or of a port.
@@ -64,11 +58,7 @@ public:
     PortListAddress(Node const& node, PortIOType ioType);
     static PortListAddress childrenOf(Port const& parent);
 
-    bool isValid() const noexcept { return m_node.isValid(); }
-    bool isInner() const noexcept { return m_isInner; }
-    PortIOType ioType() const noexcept { return m_ioType; }
-    NodeAddress const& node() const noexcept { return m_node; }
-    /// Empty when the names lead nowhere. A port on the way gets a child list if it has none.
+    /// Empty when the names lead nowhere. A port whose children these are gets a child list if it has none.
     AddRefWrapper<PortList> find(Scene const& scene) const;
     /// The port that the list belongs to; empty for the list of a node or compound.
     AddRefWrapper<Port> findParentPort(Scene const& scene) const;
@@ -89,9 +79,6 @@ public:
     PortAddress() = default;
     explicit PortAddress(Port const& port);
 
-    bool isValid() const noexcept { return m_list.isValid(); }
-    PortListAddress const& list() const noexcept { return m_list; }
-    SharedTextRef const& name() const noexcept { return m_name; }
     /// Empty when the names lead nowhere.
     AddRefWrapper<Port> find(Scene const& scene) const;
 

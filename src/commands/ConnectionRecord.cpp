@@ -92,7 +92,6 @@ bool ConnectionRecord::perform()
 
 void ConnectionRecord::beginRun()
 {
-    m_forward = true;
     m_log.clear();
     m_watchPointCommands.clear();
     m_compoundPortCommands.clear();
@@ -214,16 +213,14 @@ void ConnectionRecord::adoptDataType(Port& port, Port const& other)
     }
 }
 
-bool ConnectionRecord::performSubCommands()
+void ConnectionRecord::performSubCommands()
 {
-    bool isWhole = true;
     for (WatchPointCommand& command : m_watchPointCommands)
-        isWhole = command.doit() && isWhole;
+        command.doit();
     for (ModifyCompoundPortCommand& command : m_compoundPortCommands)
-        isWhole = command.doit() && isWhole;
+        command.doit();
     for (ModifyNodePortCommand& command : m_nodePortCommands)
-        isWhole = command.doit() && isWhole;
-    return isWhole;
+        command.doit();
 }
 
 // ---- journal
@@ -275,7 +272,6 @@ void ConnectionRecord::noteMetadata(Port const& input)
 
 bool ConnectionRecord::undo(Renamings const* renamings)
 {
-    m_forward = false;
     if (!m_scope.container())
         return false;
     ChangeBracket const bracket = m_scope.openBracket();

@@ -49,11 +49,10 @@ private:
     void noteConnections(Port const& port);
     void noteDataType(Port const& port);
     void noteMetadata(Port const& input);
-    bool performSubCommands();
+    void performSubCommands();
     void undoSubCommands(Renamings const* renamings);
 
     ConnectionOperation m_operation = ConnectionOperation::eConnect;
-    bool m_forward = true;
     bool m_copyMetaData = false;
     CommandScope m_scope;
     PropertyList m_journal;

@@ -19,8 +19,6 @@ public:
     /// Notes down a node that is still in its compound and is about to go.
     explicit RemovedNode(Node const& node);
 
-    /// As a compound's text or as a node's; a referenced compound's is a node's.
-    bool isSavedAsCompound() const noexcept { return m_isSavedAsCompound; }
     /// @return empty when the compound is gone, or after a veto
     AddRefWrapper<Node> restore(Scene const& scene) const;
     /// For an IO node that stayed after all: the compound ports that went.
@@ -38,7 +36,7 @@ private:
 
     NodeAddress m_compound;
     unsigned m_index;
-    bool m_isSavedAsCompound;
+    bool m_isSavedAsCompound; // otherwise as a node, which a referenced compound is too
     String m_text;
     NodeExtras m_extras;
     LostConnections m_connections;

@@ -12,8 +12,8 @@
 namespace TAV_marlo_v1::detail {
 
 /// What the text of a node, or of a compound, leaves out: states, messages, watch points, values that
-/// text can't carry, what text leaves out of the connections inside a compound, and the order at the ends that it does
-/// not list, and of a compound some flags. Ports and nodes are named by their place, which reading the text brings back.
+/// text can't carry, and inside a compound some flags, some connections and the order of those at the ends
+/// that text does not list. Ports and nodes are named by their place, which reading the text brings back.
 class NodeExtras {
 public:
     explicit NodeExtras(Node const& node);

@@ -59,11 +59,10 @@ bool removeBothSides(Port& port)
 
 class CreatedPort final : public Edit {
 public:
-    /// `parent`, if it is given, gets its first child.
-    CreatedPort(PortListAddress list, unsigned index, unsigned sizeBefore, bool makesChildList)
+    /// @param index of the port that is about to be made, the last one
+    CreatedPort(PortListAddress list, unsigned index, bool makesChildList)
         : m_list(std::move(list))
         , m_index(index)
-        , m_sizeBefore(sizeBefore)
         , m_makesChildList(makesChildList)
     {
     }
@@ -73,7 +72,7 @@ public:
         AddRefWrapper<PortList> const list = m_list.find(scene);
         if (!list)
             return false;
-        if (list->size() > m_sizeBefore && !removeBothSides(*(*list)[m_index]))
+        if (AddRefWrapper<Port> const port = (*list)[m_index]; port && !removeBothSides(*port))
             return false;
         if (AddRefWrapper<Port> const parent = m_list.findParentPort(scene); parent && m_makesChildList) {
             Sides const sides(*parent);
@@ -88,7 +87,6 @@ public:
 private:
     PortListAddress m_list;
     unsigned m_index;
-    unsigned m_sizeBefore;
     bool m_makesChildList;
 };
 
@@ -99,9 +97,8 @@ AddRefWrapper<Port> createPort(EditLog& log, Node& node, PortIOType ioType, char
 {
     AddRefWrapper<Node> const kept(&node);
     PortList& list = ioType == eInput ? node.inputs() : node.outputs();
-    unsigned const size = list.size();
     unsigned index = kNotFound;
-    log.change(std::make_unique<CreatedPort>(PortListAddress(node, ioType), size, size, false), [&] {
+    log.change(std::make_unique<CreatedPort>(PortListAddress(node, ioType), list.size(), false), [&] {
         AddRefWrapper<Compound> const compound = node.getAsCompound();
         index = compound ? compound->createCompoundPort(ioType, name, type, properties)
                          : node.createNodePort(ioType, name, type, properties);
@@ -129,7 +126,7 @@ AddRefWrapper<Port> createChildPort(EditLog& log, Port& parent, char const* name
     bool const makesChildList = !parent.children();
     unsigned const size = makesChildList ? 0 : parent.children()->size();
     AddRefWrapper<Port> child;
-    log.change(std::make_unique<CreatedPort>(PortListAddress::childrenOf(parent), size, size, makesChildList), [&] {
+    log.change(std::make_unique<CreatedPort>(PortListAddress::childrenOf(parent), size, makesChildList), [&] {
         child = addChild(parent, name, type, properties);
         if (!child || !sides.twin || addChild(*sides.twin, child->getName(), type, properties))
             return static_cast<bool>(child);

@@ -13,7 +13,6 @@ struct RecursiveDisconnectAllCommand::Impl {
     bool disconnectOne(Port& port);
     void begin(Container* container);
 
-    bool forward = true;
     bool includeReversePorts = false;
     std::vector<detail::ConnectionRecord> records; // each disconnects one port
     detail::CommandScope scope;
@@ -31,7 +30,6 @@ RecursiveDisconnectAllCommand::~RecursiveDisconnectAllCommand() = default;
 void RecursiveDisconnectAllCommand::Impl::begin(Container* container)
 {
     records.clear();
-    forward = true;
     scope.setContainer(container);
 }
 
@@ -108,7 +106,6 @@ bool RecursiveDisconnectAllCommand::redo()
 {
     if (!m_impl || !m_impl->scope.container())
         return false;
-    m_impl->forward = true;
     ChangeBracket const bracket = m_impl->scope.openBracket();
     bool isWhole = true;
     for (detail::ConnectionRecord& record : m_impl->records)
@@ -125,7 +122,6 @@ bool CommandAccess::undo(RecursiveDisconnectAllCommand& command, detail::Renamin
 {
     if (!command.m_impl || !command.m_impl->scope.container())
         return false;
-    command.m_impl->forward = false;
     ChangeBracket const bracket = command.m_impl->scope.openBracket();
     std::vector<detail::ConnectionRecord>& records = command.m_impl->records;
     bool isWhole = true;
