@@ -1,16 +1,11 @@
 #include <tav/ModifyCompoundPortCommand.h>
 
 #include "commands/CommandAccess.h"
-#include "commands/CommandScope.h"
 #include "commands/PortRecords.h"
 
 namespace TAV_marlo_v1 {
 
-struct ModifyCompoundPortCommand::Impl {
-    detail::CommandTarget target;
-    detail::PortRecords records;
-    detail::EditLog log;
-};
+struct ModifyCompoundPortCommand::Impl : detail::PortCommand {};
 
 ModifyCompoundPortCommand::ModifyCompoundPortCommand()
     : m_impl(std::make_unique<Impl>())
@@ -80,14 +75,7 @@ bool ModifyCompoundPortCommand::setPortFlag(PortIOType ioType, char const* name,
 
 bool ModifyCompoundPortCommand::doit()
 {
-    if (!m_impl || m_impl->records.empty())
-        return false;
-    m_impl->log.clear();
-    AddRefWrapper<Node> const node = m_impl->target.findNode();
-    if (!node || !node->isCompound())
-        return false;
-    ChangeBracket const bracket = m_impl->target.scope().openBracket();
-    return m_impl->records.perform(m_impl->log, *node);
+    return m_impl && m_impl->doit(/*wantsCompound=*/true);
 }
 
 bool ModifyCompoundPortCommand::redo()
@@ -102,11 +90,7 @@ void ModifyCompoundPortCommand::undo()
 
 bool CommandAccess::undo(ModifyCompoundPortCommand& command, detail::Renamings const* renamings)
 {
-    if (!command.m_impl)
-        return false;
-    detail::CommandScope& scope = command.m_impl->target.scope();
-    ChangeBracket const bracket = scope.openBracket();
-    return command.m_impl->log.takeBack({scope.container(), renamings});
+    return command.m_impl && command.m_impl->undo(renamings);
 }
 
 } // namespace TAV_marlo_v1

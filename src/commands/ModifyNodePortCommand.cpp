@@ -1,16 +1,11 @@
 #include <tav/ModifyNodePortCommand.h>
 
 #include "commands/CommandAccess.h"
-#include "commands/CommandScope.h"
 #include "commands/PortRecords.h"
 
 namespace TAV_marlo_v1 {
 
-struct ModifyNodePortCommand::Impl {
-    detail::CommandTarget target;
-    detail::PortRecords records;
-    detail::EditLog log;
-};
+struct ModifyNodePortCommand::Impl : detail::PortCommand {};
 
 ModifyNodePortCommand::ModifyNodePortCommand()
     : m_impl(std::make_unique<Impl>())
@@ -79,14 +74,7 @@ bool ModifyNodePortCommand::setPortFlag(PortIOType ioType, char const* name, Por
 
 bool ModifyNodePortCommand::doit()
 {
-    if (!m_impl || m_impl->records.empty())
-        return false;
-    m_impl->log.clear();
-    AddRefWrapper<Node> const node = m_impl->target.findNode();
-    if (!node)
-        return false;
-    ChangeBracket const bracket = m_impl->target.scope().openBracket();
-    return m_impl->records.perform(m_impl->log, *node);
+    return m_impl && m_impl->doit(/*wantsCompound=*/false);
 }
 
 bool ModifyNodePortCommand::redo()
@@ -101,11 +89,7 @@ void ModifyNodePortCommand::undo()
 
 bool CommandAccess::undo(ModifyNodePortCommand& command, detail::Renamings const* renamings)
 {
-    if (!command.m_impl)
-        return false;
-    detail::CommandScope& scope = command.m_impl->target.scope();
-    ChangeBracket const bracket = scope.openBracket();
-    return command.m_impl->log.takeBack({scope.container(), renamings});
+    return command.m_impl && command.m_impl->undo(renamings);
 }
 
 } // namespace TAV_marlo_v1

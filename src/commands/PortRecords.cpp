@@ -190,4 +190,24 @@ bool PortRecords::perform(EditLog& log, Node& node) const
     return isWhole;
 }
 
+// ---- the command
+
+bool PortCommand::doit(bool wantsCompound)
+{
+    if (records.empty())
+        return false;
+    log.clear();
+    AddRefWrapper<Node> const node = target.findNode();
+    if (!node || (wantsCompound && !node->isCompound()))
+        return false;
+    ChangeBracket const bracket = target.scope().openBracket();
+    return records.perform(log, *node);
+}
+
+bool PortCommand::undo(Renamings const* renamings)
+{
+    ChangeBracket const bracket = target.scope().openBracket();
+    return log.takeBack({target.scope().container(), renamings});
+}
+
 } // namespace TAV_marlo_v1::detail

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "commands/CommandScope.h"
 #include "commands/EditLog.h"
 
 #include <tav/PortProperties.h>
@@ -62,6 +63,18 @@ private:
     bool add(PortRecord record);
 
     std::vector<PortRecord> m_records;
+};
+
+/// What the two commands on ports have in common: records for the ports of one node, which is a compound's
+/// or any.
+struct PortCommand {
+    /// @return whether every record was carried out
+    bool doit(bool wantsCompound);
+    bool undo(Renamings const* renamings);
+
+    CommandTarget target;
+    PortRecords records;
+    EditLog log;
 };
 
 } // namespace TAV_marlo_v1::detail
