@@ -58,7 +58,9 @@ AddRefWrapper<Node> StandardCompound::createIONode(NodeFlags flags)
 AddRefWrapper<Compound> StandardCompound::createNewCompound(char const* name)
 {
     AddRefWrapper<Node> const owner = createBareOwner("compound");
-    owner->setName(name ? name : "compound");
+    owner->setName(name && *name != '\0' ? name : "compound");
+    if (*owner->getName() == '\0')
+        return {}; // the runtime refuses the name
     owner->setNodeTypeName("compound");
     AddRefWrapper<Compound> const compound = createBareCompound(owner, "compound");
     return compound && nodes().add(owner) ? compound : AddRefWrapper<Compound>();

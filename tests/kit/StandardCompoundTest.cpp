@@ -136,3 +136,16 @@ TEST_F(StandardCompound, CompoundsInsideAreOfTheSameKindMadeOrRead)
     EXPECT_TRUE(isStandard(deep->getAsCompound().get()));
     EXPECT_STREQ(graph->saveToString(nullptr).toChar(), text.toChar());
 }
+
+TEST(StandardCompoundNames, ARefusedNameMakesNoCompound)
+{
+    class Choosy final : public kit::StandardRuntime {
+    public:
+        bool isLegalName(char const* name) const override { return *name != '.'; }
+    };
+    Choosy runtime;
+    kit::Document document(&runtime);
+    EXPECT_FALSE(document.getTopCompound()->createNewCompound(".hidden"));
+    EXPECT_TRUE(document.getTopCompound()->nodes().empty());
+    EXPECT_STREQ(document.getTopCompound()->createNewCompound("")->getName(), "compound");
+}

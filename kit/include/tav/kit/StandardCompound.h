@@ -15,7 +15,8 @@ public:
 
     /// @param flags eInputIO or eOutputIO, not both. @return empty for any other, or after a veto
     AddRefWrapper<Node> createIONode(NodeFlags flags) override;
-    /// A taken name becomes the next free one; a null one is "compound". @return empty after a veto
+    /// A taken name becomes the next free one; a null or empty one is "compound".
+    /// @return empty after a veto, or when the runtime refuses the name
     AddRefWrapper<Compound> createNewCompound(char const* name) override;
     /// A copy of the preset at that path, under the next free name. A definition without text gives a
     /// node without ports. @return empty when the path leads nowhere, or after a veto
