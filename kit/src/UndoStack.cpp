@@ -87,8 +87,6 @@ struct UndoStack::Impl final : DocumentHistory {
     bool clearsAfterStep = false;
     bool allDone = true;
 
-    ~Impl() = default;
-
     bool isInMacro() const { return begunMacros > 0 || !macrosToBegin.empty(); }
 
     void tellChange()

@@ -45,15 +45,21 @@ private:
 /// The one compound or node that a command is aimed at, by the path that the host gave.
 class CommandTarget {
 public:
-    bool setNode(Container* container, char const* path)
+    void set(Container* container, char const* path)
     {
         m_scope.setContainer(container);
         m_path = path;
+    }
+    /// As set. @return whether the path leads to a node now
+    bool setNode(Container* container, char const* path)
+    {
+        set(container, path);
         return static_cast<bool>(findNode());
     }
+    /// As set. @return whether the path leads to a compound now
     bool setCompound(Container* container, char const* path)
     {
-        setNode(container, path);
+        set(container, path);
         return static_cast<bool>(findCompound());
     }
     AddRefWrapper<Node> findNode() const

@@ -3,13 +3,11 @@
 #include "commands/CommandAccess.h"
 #include "commands/ConnectionEdits.h"
 #include "foundation/PropertyListAccess.h"
+#include "graph/PortImpl.h"
 
 #include <tav/PortDataType.h>
 #include <tav/PortList.h>
-#include <tav/Runtime.h>
 #include <tav/WatchPoint.h>
-
-#include <string_view>
 
 namespace TAV_marlo_v1::detail {
 
@@ -42,10 +40,6 @@ private:
     AddRefWrapper<Port> m_port;
     PortFlags m_flag;
 };
-
-} // namespace
-
-namespace {
 
 /// Whether the second of the two is the output side: callers give them in any order.
 bool isSwapped(Port const& a, ConnectionOperation operation)
@@ -249,21 +243,11 @@ void ConnectionRecord::noteMetadata(Port const& input)
     if (!reverse)
         return;
     StringArray keys;
-    if (Runtime* const runtime = m_scope.container()->getRuntime())
-        runtime->getPortMetaDatasToCopy(keys);
-    String const listed = input.getPortMetaDataValue("metaDataToCopy");
-    std::string_view rest = listed.toChar();
-    while (!rest.empty()) {
-        std::size_t const comma = rest.find(',');
-        std::string_view const key = rest.substr(0, comma);
-        if (!key.empty())
-            keys.addUnique(std::string(key).c_str());
-        rest = comma == std::string_view::npos ? std::string_view() : rest.substr(comma + 1);
-    }
+    PortAccess::collectMetadataToCopy(*reverse, input, keys);
     PropertyList& list = m_journal.addChildList("PortMetaData");
     for (char const* const key : keys) {
         String const value = reverse->getPortMetaDataValue(key);
-        if (!value.empty())
+        if (!value.empty() && !list.hasStringPair(key))
             list.addStringPair(key, value.toChar());
     }
 }

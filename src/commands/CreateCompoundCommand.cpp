@@ -4,13 +4,11 @@
 #include "commands/CommandScope.h"
 #include "commands/ConnectionEdits.h"
 #include "commands/NodeEdits.h"
-#include "graph/NodeImpl.h"
-#include "graph/PortImpl.h"
+#include "graph/CompoundImpl.h"
 
 #include <tav/AnnotationList.h>
 #include <tav/CnxInfoArray.h>
 #include <tav/NodeList.h>
-#include <tav/PortProperties.h>
 
 #include <algorithm>
 #include <unordered_map>
@@ -139,33 +137,15 @@ private:
         Port* const source = isInput ? crossing.outside.get() : crossing.inside.get();
         AddRefWrapper<Port>& border = m_borderPorts[source];
         bool const isNew = !border;
-        if (isNew)
-            border = makeBorderPort(compound, *crossing.inside);
+        if (isNew) // its removal needs no note: it goes with the compound
+            border =
+                CompoundAccess::createPortLike(compound, *crossing.inside, crossing.inside->getName(), eNoPortFlags);
         AddRefWrapper<Port> const inner = compound.getReversePort(border);
         return inner && (!(isNew || isInput) || connect(*inner, *crossing.inside))
                && (!(isNew || !isInput) || connect(*border, *crossing.outside));
     }
 
     bool connect(Port& a, Port& b) { return detail::makeConnection(m_log, a, b, /*copyMetadata=*/false); }
-
-    /// Its removal needs no note: it goes with the compound.
-    static AddRefWrapper<Port> makeBorderPort(Compound& compound, Port& inside)
-    {
-        OptionalStringArray defaults;
-        if (StringArray values; inside.getPortDefaultValues(values))
-            defaults.setValues(values);
-        PortIOType const ioType = inside.getPortIOType();
-        unsigned const index = compound.createCompoundPort(ioType, inside.getName(), inside.getDataType(),
-                                                           PortProperties(eNoPortFlags, inside.getOptions(), defaults));
-        AddRefWrapper<Node> const owner = compound.getAsNode();
-        AddRefWrapper<Port> const port = ioType == eInput ? owner->inputs()[index] : owner->outputs()[index];
-        StringArray keys;
-        if (port)
-            inside.getAvailableMetadatas(eAnyMetadata, keys);
-        for (char const* const key : keys)
-            port->setPortMetaDataValue(key, inside.getPortMetaDataValue(key).toChar());
-        return port;
-    }
 
     EditLog& m_log;
     Compound& m_parent;

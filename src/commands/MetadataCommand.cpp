@@ -107,7 +107,7 @@ bool MetadataCommand::setParentWatchPoint(Container* container, char const* path
         return false;
     m_impl = std::make_unique<Impl>();
     m_impl->kind = TargetKind::eWatchPoint;
-    m_impl->target.setNode(container, path);
+    m_impl->target.set(container, path);
     return static_cast<bool>(m_impl->findWatchPoint());
 }
 

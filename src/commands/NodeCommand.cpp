@@ -24,7 +24,7 @@ struct NodeCommand::Impl {
         String connectFromName;
         SharedTextRef createdName; // empty until the node was made
         std::unique_ptr<ConnectNodesCommand> connectCommand;
-        detail::CompoundPortNames portsBefore; // of the parent, for an IO node
+        detail::CompoundPortNames portsBefore; // of the parent, for a node that is an IO node
     };
     struct RemoveRecord {
         NodeAddress parent;
@@ -199,8 +199,7 @@ bool NodeCommand::Impl::create(CreateRecord& record)
     AddRefWrapper<Compound> const parent = record.parent.findCompound(scope.scene());
     if (!parent)
         return false;
-    if (record.ioFlags != eNoNodeFlags)
-        record.portsBefore = detail::CompoundPortNames(*parent);
+    record.portsBefore = detail::CompoundPortNames(*parent); // a preset may be an IO node, too
     AddRefWrapper<Node> const node = make(*parent, record);
     if (!node)
         return false;

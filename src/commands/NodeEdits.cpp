@@ -36,26 +36,21 @@ void RemovedNode::noteShownPorts(Node const& node)
 }
 
 /// Before the IO node is read: it then finds its ports, and the places and both sides are as they were.
-bool RemovedNode::restoreShownPorts(Compound& compound) const
+void RemovedNode::restoreShownPorts(Compound& compound) const
 {
     AddRefWrapper<Node> const owner = compound.getAsNode();
     if (!owner)
-        return false;
+        return;
     PortList& outer = CompoundAccess::outerList(*owner, m_shownType);
     PortList& inner = CompoundAccess::innerList(compound, m_shownType);
-    bool isWhole = true;
     for (unsigned i = 0; i < m_shown.size(); ++i) {
         PortPair const& pair = m_shown[i];
         if (outer[pair.outside.name().chars()])
             continue; // its deletion had been refused
         AddRefWrapper<Port> const outside = pair.outside.restoreInto(outer, i);
-        if (outside && pair.inside.restoreInto(inner, i))
-            continue;
-        if (outside)
+        if (outside && !pair.inside.restoreInto(inner, i))
             outer.remove(outside); // both sides or none
-        isWhole = false;
     }
-    return isWhole;
 }
 
 void RemovedNode::restorePorts(Scene const& scene) const

@@ -32,7 +32,7 @@ private:
     };
 
     void noteShownPorts(Node const& node);
-    bool restoreShownPorts(Compound& compound) const;
+    void restoreShownPorts(Compound& compound) const;
 
     NodeAddress m_compound;
     unsigned m_index;

@@ -60,6 +60,10 @@ public:
     static PortList& outerList(Node& owner, PortIOType outsideType) noexcept;
     static PortList& innerList(Compound& compound, PortIOType outsideType) noexcept;
 
+    /// A compound port of the same direction, type, options, values and metadata as the port.
+    /// @return the outside, empty after a veto
+    static AddRefWrapper<Port> createPortLike(Compound& compound, Port& port, char const* name, PortFlags flags);
+
     /// The list of the IO node, filled with inner ports by hand, follows the compound's inner list.
     static void adoptPresentation(Node& ioNode, PortList& list) noexcept;
     /// Gives an IO node the inner ports unless another one shows them already. Tells nobody.

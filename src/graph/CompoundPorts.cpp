@@ -64,6 +64,41 @@ bool Compound::deleteCompoundPort(AddRefWrapper<Port> const& port)
     return false;
 }
 
+namespace {
+
+void takeOutBothSides(Port& outside, Port& inside) noexcept
+{
+    PortAccess::takeOut(*PortAccess::home(inside)->self, inside);
+    PortAccess::takeOut(*PortAccess::home(outside)->self, outside);
+}
+
+} // namespace
+
+AddRefWrapper<Port> CompoundAccess::createPortLike(Compound& compound, Port& port, char const* name, PortFlags flags)
+{
+    OptionalStringArray defaults;
+    if (StringArray values; port.getPortDefaultValues(values))
+        defaults.setValues(values);
+    PortIOType const ioType = port.getPortIOType();
+    unsigned const index = compound.createCompoundPort(ioType, name, port.getDataType(),
+                                                       PortProperties(flags, port.getOptions(), defaults));
+    AddRefWrapper<Node> const owner = compound.getAsNode();
+    AddRefWrapper<Port> const outside = index == kNotFound || !owner ? nullptr : outerList(*owner, ioType)[index];
+    AddRefWrapper<Port> const inside = compound.getReversePort(outside);
+    if (!inside)
+        return {};
+    try {
+        StringArray keys;
+        port.getAvailableMetadatas(eAnyMetadata, keys);
+        for (char const* key : keys)
+            outside->setPortMetaDataValue(key, port.getPortMetaDataValue(key).toChar());
+    } catch (...) {
+        takeOutBothSides(*outside, *inside);
+        throw;
+    }
+    return outside;
+}
+
 AddRefWrapper<Port> Compound::createLinkedPort(AddRefWrapper<Port> const& port, char const* name)
 {
     AddRefWrapper<Compound> const self(this);
@@ -72,29 +107,17 @@ AddRefWrapper<Port> Compound::createLinkedPort(AddRefWrapper<Port> const& port, 
     if (!node || kept->isCompoundInternalPort() || node->getParentCompound() != this || !getAsNode())
         return {};
 
-    OptionalStringArray defaults;
-    if (StringArray values; kept->getPortDefaultValues(values))
-        defaults.setValues(values);
-    PortProperties const properties(kept->getFlags() & ~(eDetached | eFanIn | eReconnecting | eUnconnectable),
-                                    kept->getOptions(), defaults);
-    PortIOType const ioType = kept->getPortIOType();
-    unsigned const index = createCompoundPort(ioType, name ? name : kept->getName(), kept->getDataType(), properties);
-    AddRefWrapper<Node> const owner = getAsNode();
+    PortFlags const flags = kept->getFlags() & ~(eDetached | eFanIn | eReconnecting | eUnconnectable);
     AddRefWrapper<Port> const outside =
-        index == kNotFound || !owner ? nullptr : CompoundAccess::outerList(*owner, ioType)[index];
+        CompoundAccess::createPortLike(*this, *kept, name ? name : kept->getName(), flags);
     AddRefWrapper<Port> const inside = getReversePort(outside);
     if (!inside)
         return {};
     try {
-        StringArray keys;
-        kept->getAvailableMetadatas(eAnyMetadata, keys);
-        for (char const* key : keys)
-            outside->setPortMetaDataValue(key, kept->getPortMetaDataValue(key).toChar());
         if (inside->addConnection(kept, /*copyMetadata=*/false))
             return outside;
     } catch (...) {
-        PortAccess::takeOut(*PortAccess::home(*inside)->self, *inside);
-        PortAccess::takeOut(*PortAccess::home(*outside)->self, *outside);
+        takeOutBothSides(*outside, *inside);
         throw;
     }
     deleteCompoundPort(outside);

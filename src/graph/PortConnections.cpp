@@ -30,9 +30,9 @@ std::string_view trimmed(std::string_view text)
                                            : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-/// The metadata names that a connection with `source` copies: the runtime's, then those that the port
-/// itself lists under "metaDataToCopy", then that name too.
-void collectNamesToCopy(Port const& outside, Port const& source, StringArray& names)
+} // namespace
+
+void PortAccess::collectMetadataToCopy(Port const& outside, Port const& source, StringArray& names)
 {
     AddRefWrapper<Node> const node = outside.getParentNode();
     Container* const container = node ? node->getContainer() : nullptr;
@@ -53,6 +53,8 @@ void collectNamesToCopy(Port const& outside, Port const& source, StringArray& na
     names.add("metaDataToCopy");
 }
 
+namespace {
+
 void copyMetadataToOutside(Port& inner, Port const& source)
 {
     AddRefWrapper<Compound> const compound = inner.getParentCompound();
@@ -60,7 +62,7 @@ void copyMetadataToOutside(Port& inner, Port const& source)
     if (!outside || !outside->getParent())
         return;
     StringArray names;
-    collectNamesToCopy(*outside, source, names);
+    PortAccess::collectMetadataToCopy(*outside, source, names);
     for (char const* name : names) {
         String const value = source.getPortMetaDataValue(name);
         if (!value.empty() && outside->getParent())

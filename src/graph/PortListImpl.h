@@ -82,6 +82,9 @@ public:
     static void setMetadata(Port& port, PropertyList const& metadata);
     /// As setMetadata, for both sides of a compound port; each side that changed reports it.
     static void setMetadataInStep(Port& port, char const* key, char const* value);
+    /// The metadata names that a connection with `source` copies onto a compound's outside port: the
+    /// runtime's, then those that the port itself lists under "metaDataToCopy", then that name too.
+    static void collectMetadataToCopy(Port const& outside, Port const& source, StringArray& names);
     /// Whether a flag has no change type of its own. eReconnecting is for owners alone: it comes and goes
     /// within one operation.
     static bool isReportedByFlagsChange(PortFlags flag) noexcept;

@@ -8,7 +8,6 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-/// The connections between the named nodes as "a.out b.in", by way of compound ports too.
 struct Grouping : testing::Test {
     EditableGraph graph;
     CreateCompoundCommand group;
