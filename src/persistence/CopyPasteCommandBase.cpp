@@ -33,9 +33,9 @@ void CopyPasteCommandBase::setClipboardData(char const* text)
     String const data(text ? text : "");
     QClipboard* const clipboard = state().usesLocal ? nullptr : systemClipboard();
     if (clipboard) {
-        QString const wanted = QString::fromUtf8(data.toChar());
-        clipboard->setText(wanted, QClipboard::Clipboard);
-        state().fallsBack = clipboard->text(QClipboard::Clipboard) != wanted;
+        clipboard->setText(QString::fromUtf8(data.toChar()), QClipboard::Clipboard);
+        // Byte by byte, as what is no UTF-8 is another text by now.
+        state().fallsBack = data != clipboard->text(QClipboard::Clipboard).toUtf8().constData();
         if (!state().fallsBack)
             return;
     }

@@ -46,9 +46,15 @@ TEST_F(Clipboard, WithAnApplicationItIsTheSystems)
     system.clear();
     EXPECT_STREQ(CopyPasteCommandBase::getClipboardData().toChar(), "local") << "it kept what it held before";
 
-    // Text that the system gives back otherwise than it was: bytes that are no UTF-8.
     CopyPasteCommandBase::setClipboardData("");
     EXPECT_STREQ(CopyPasteCommandBase::getClipboardData().toChar(), "local");
+
+    // What is no UTF-8 the system gives back otherwise than it got it: the local text stands in until the next.
+    CopyPasteCommandBase::setClipboardData("\xff kept");
+    EXPECT_STREQ(CopyPasteCommandBase::getClipboardData().toChar(), "\xff kept");
+    CopyPasteCommandBase::setClipboardData("shared again");
+    system.setText("theirs again");
+    EXPECT_STREQ(CopyPasteCommandBase::getClipboardData().toChar(), "theirs again");
 }
 
 TEST_F(Clipboard, CopyTakesOnlyWhatIsThere)
