@@ -95,11 +95,15 @@ TEST_F(NodeCommands, AReferencedCompoundComesBackAsANode)
 
 TEST_F(NodeCommands, TakingBackAnIONodeLeavesThePortsThatWereThere)
 {
+    NodeCommand byPreset;
     command.createIONode(graph.compound("/group/deep"), eInputIO, nullptr);
-    EXPECT_TRUE(command.doit());
-    EXPECT_EQ(namesOf(graph.node("/group/deep/input")->outputs()), Names({"i"}));
-    EXPECT_TRUE(command.undo());
-    EXPECT_EQ(namesOf(graph.node("/group/deep")->inputs()), Names({"i"}));
+    byPreset.createNode(graph.compound("/group/deep"), "way in", nullptr);
+    for (NodeCommand* const each : {&command, &byPreset}) {
+        EXPECT_TRUE(each->doit());
+        EXPECT_EQ(namesOf(graph.node("/group/deep/input")->outputs()), Names({"i"}));
+        EXPECT_TRUE(each->undo());
+        EXPECT_EQ(namesOf(graph.node("/group/deep")->inputs()), Names({"i"}));
+    }
 }
 
 /// Does what it is made for when it is told of anything.

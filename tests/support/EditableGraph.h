@@ -123,7 +123,7 @@ public:
     }
 };
 
-/// Makes nodes from presets: "adder" with two inputs and an output, "nothing" none at all.
+/// Makes nodes from presets: "adder" with two inputs and an output, and "way in", an IO node.
 class TestCompound : public Asking<Compound> {
 public:
     static AddRefWrapper<Compound> create(AddRefWrapper<Node> const& owner)
@@ -147,6 +147,8 @@ public:
     }
     AddRefWrapper<Node> createNodeFromPreset(char const* path) override
     {
+        if (std::string(path) == "way in")
+            return createIONode(eInputIO);
         if (std::string(path) != "adder")
             return {};
         AddRefWrapper<Node> const node = TestNode::create(container(), path, path);
