@@ -12,8 +12,6 @@
 #include <tav/String.h>
 #include <tav/Types.h>
 
-#include <memory>
-
 namespace TAV_marlo_v1 {
 
 class CnxInfoArray;
@@ -175,7 +173,7 @@ private:
 
     friend class NodeAccess;
     friend class NodeStateFlags;
-    std::unique_ptr<Impl> m_impl; // never null; src/graph/NodeImpl.h
+    Impl* m_impl; // never null; src/graph/NodeImpl.h
 };
 
 } // namespace TAV_marlo_v1

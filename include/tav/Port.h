@@ -10,8 +10,6 @@
 #include <tav/StringArray.h>
 #include <tav/Types.h>
 
-#include <memory>
-
 namespace TAV_marlo_v1 {
 
 class Compound;
@@ -31,9 +29,9 @@ class WatchPoint;
 /// that own nothing. Changes are asked of the owner first and told to it afterwards; a port without
 /// owner has nobody to ask, takes no values and no metadata, and answers empty.
 /// Texts handed out as `char const*` live until the next change of this port.
-class TAV_API Port final : public ReferenceCounted, public Namable, public Flaggable<PortFlags> {
+class TAV_API Port : public ReferenceCounted, public Namable, public Flaggable<PortFlags> {
 public:
-    struct Impl; // the private record, known inside the library alone
+    struct Impl; // the port with its private record, known inside the library alone
 
     /// A port without owner or connections. A null `name` leaves the name empty.
     static AddRefWrapper<Port> createNew(char const* name, PortIOType ioType);
@@ -164,8 +162,11 @@ protected:
     void deleteThis() override;
 
 private:
-    Port(char const* name, PortIOType ioType);
+    explicit Port(char const* name); // of Impl alone: nobody else derives from this class
     ~Port() override;
+
+    Impl& impl() noexcept;
+    Impl const& impl() const noexcept;
 
     bool connectActing(AddRefWrapper<Port> const& other, bool copyMetadata);
     bool disconnectActing(AddRefWrapper<Port> const& other);
@@ -173,7 +174,6 @@ private:
     void dropMembers();
 
     friend class PortAccess;
-    std::unique_ptr<Impl> m_impl; // never null; src/graph/PortImpl.h
 };
 
 } // namespace TAV_marlo_v1

@@ -6,8 +6,6 @@
 #include <tav/ReferenceCounted.h>
 #include <tav/Types.h>
 
-#include <memory>
-
 namespace TAV_marlo_v1 {
 
 class PortNotification;
@@ -18,12 +16,12 @@ class PortNotification;
 /// With an owner, the list gives the ports that owner, asks and tells it about each change and
 /// keeps flag eDetached; without one it only holds handles. Access by index and by name and removal
 /// take constant time, in the longest lists at most logarithmic.
-class TAV_API PortList final : public ReferenceCounted {
+class TAV_API PortList : public ReferenceCounted {
 public:
-    struct Impl; // the private record, known inside the library alone
+    struct Entries; // the list with its private record, known inside the library alone
+    struct Impl;    // so for a list that can have an owner
 
     static AddRefWrapper<PortList> createNew();
-    PortList();
 
     unsigned size() const noexcept;
     bool empty() const noexcept { return size() == 0; }
@@ -69,12 +67,17 @@ public:
     void onParentNodeDeleted();
 
 private:
+    PortList() noexcept; // of Entries alone: nobody else derives from this class
+    ~PortList() override;
     PortList(PortList const&) = delete;
     PortList& operator=(PortList const&) = delete;
-    ~PortList() override;
+
+    Entries& entries() noexcept;
+    Entries const& entries() const noexcept;
+    Impl& impl() noexcept;
+    Impl const& impl() const noexcept;
 
     friend class PortAccess;
-    std::unique_ptr<Impl> m_impl; // never null; src/graph/PortListImpl.h
 };
 
 } // namespace TAV_marlo_v1

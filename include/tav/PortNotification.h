@@ -86,9 +86,9 @@ private:
     friend class Node;
     friend class Port;
     friend class PortAccess;
-    // Which of the library's owners this is; both null for an owner of somebody else's making.
-    Node* m_asNode = nullptr;
-    Compound* m_asCompound = nullptr;
+    // Which of the library's owners this is, or one of somebody else's making.
+    enum class Kind : unsigned char { eOther, eNode, eCompound };
+    Kind m_kind = Kind::eOther;
     struct Dependents;
     Dependents* m_dependents = nullptr; // made when a stray port or a foreign list names this owner
 };

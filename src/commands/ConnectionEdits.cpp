@@ -209,7 +209,7 @@ void LostConnections::note(Port const& port, bool withTwins)
     }
     if (Port const* const twin = withTwins ? PortAccess::twin(port) : nullptr)
         note(*twin, false);
-    if (PortList const* const children = PortAccess::impl(port).children.get())
+    if (PortList const* const children = PortAccess::children(port))
         note(*children, withTwins);
 }
 

@@ -101,7 +101,7 @@ void NodeExtras::notePort(Port const& port, PortPlace const& place, bool notesFl
         extras.flags = PortAccess::flags(port);
     if (extras.values || extras.watchPoint || extras.flags != eNoPortFlags)
         m_ports.push_back(std::move(extras));
-    if (PortList const* const children = PortAccess::impl(port).children.get())
+    if (PortList const* const children = PortAccess::children(port))
         notePorts(*children, place, notesFlags);
 }
 
@@ -131,7 +131,7 @@ void NodeExtras::noteConnections(Compound const& compound, PortList const& list,
         if (port.isCompoundInternalPort() != isInner)
             return;
         noteConnections(compound, port);
-        if (PortList const* const children = PortAccess::impl(port).children.get())
+        if (PortList const* const children = PortAccess::children(port))
             noteConnections(compound, *children, isInner);
     });
 }
@@ -141,7 +141,7 @@ void NodeExtras::noteConnections(Compound const& compound, Port const& port)
     if (port.connectedTo().size() > 1)
         noteOrder(compound, port);
     if (port.isConnected()) {
-        PortAccess::impl(port.connectedTo()).ports.forEach([&](Port const& other) {
+        PortAccess::connections(port).forEach([&](Port const& other) {
             if (isLeftOutOfText(port, other))
                 m_unsaved.emplace_back(endOf(compound, port), endOf(compound, other));
         });
@@ -161,7 +161,7 @@ void NodeExtras::noteAnnotationOrder(Compound const& compound)
 void NodeExtras::noteOrder(Compound const& compound, Port const& port)
 {
     ConnectionOrder order{endOf(compound, port), {}};
-    PortAccess::impl(port.connectedTo()).ports.forEach([&](Port const& other) {
+    PortAccess::connections(port).forEach([&](Port const& other) {
         order.others.push_back(endOf(compound, other));
     });
     m_orders.push_back(std::move(order));
@@ -237,7 +237,7 @@ Port* NodeExtras::find(Node& node, PortPlace const& place)
     Port* port = nullptr;
     for (unsigned const index : place.indices) {
         port = list ? PortAccess::impl(*list).ports.at(index) : nullptr;
-        list = port ? PortAccess::impl(*port).children.get() : nullptr;
+        list = port ? PortAccess::children(*port) : nullptr;
     }
     return port;
 }
@@ -267,7 +267,7 @@ void NodeExtras::restoreOrder(Compound& compound, ConnectionOrder const& order)
     std::vector<Port*> wanted, present;
     for (End const& end : order.others)
         wanted.push_back(find(compound, end));
-    PortAccess::impl(port->connectedTo()).ports.forEach([&present](Port& other) { present.push_back(&other); });
+    PortAccess::connections(*port).forEach([&present](Port& other) { present.push_back(&other); });
     std::vector<Port*> sortedWanted = wanted;
     std::sort(sortedWanted.begin(), sortedWanted.end());
     std::sort(present.begin(), present.end());

@@ -15,7 +15,7 @@ namespace {
 
 PortList& siblingsOf(Port const& port)
 {
-    return *PortAccess::home(port)->self;
+    return *PortAccess::home(port);
 }
 
 /// The port and, of a compound port, its other side.

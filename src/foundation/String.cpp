@@ -25,13 +25,13 @@ struct String::Impl {
 
     static void destroy(Impl* impl) noexcept
     {
-        if (impl != ofMovedFrom())
+        if (impl != ofNone())
             ::operator delete(static_cast<void*>(impl));
     }
 
-    /// What a moved-from text is left with, so that moving can't fail. It has no room, so whatever
-    /// would write to it makes a block first.
-    static Impl* ofMovedFrom() noexcept
+    /// What an empty text has instead of a block of its own. It has no room, so whatever would write to it
+    /// makes a block first.
+    static Impl* ofNone() noexcept
     {
         struct EmptyBlock {
             Impl head;
@@ -64,7 +64,7 @@ unsigned long long lengthOf(char const* text) noexcept
 } // namespace
 
 String::String()
-    : m_impl(Impl::create("", 0, 0))
+    : m_impl(Impl::ofNone())
 {
 }
 
@@ -74,7 +74,7 @@ String::String(char const* text)
 }
 
 String::String(char const* text, unsigned long long size)
-    : m_impl(Impl::create(text ? text : "", text ? size : 0, text ? size : 0))
+    : m_impl(text && size > 0 ? Impl::create(text, size, size) : Impl::ofNone())
 {
 }
 
@@ -84,7 +84,7 @@ String::String(String const& other)
 }
 
 String::String(String&& other) noexcept
-    : m_impl(std::exchange(other.m_impl, Impl::ofMovedFrom()))
+    : m_impl(std::exchange(other.m_impl, Impl::ofNone()))
 {
 }
 

@@ -46,13 +46,13 @@ struct StringArray::Impl {
 
     static void destroy(Impl* impl) noexcept
     {
-        if (impl != ofMovedFrom())
+        if (impl != ofNone())
             ::operator delete(static_cast<void*>(impl));
     }
 
-    /// What a moved-from array is left with, so that moving can't fail. It has no room, so whatever
-    /// would write to it makes a block first.
-    static Impl* ofMovedFrom() noexcept
+    /// What an array that never held a text has instead of a block, and one that was moved from. It has no
+    /// room, so whatever would write to it makes a block first.
+    static Impl* ofNone() noexcept
     {
         static constinit Impl empty{};
         return &empty;
@@ -109,26 +109,28 @@ struct StringArray::Impl {
 };
 
 StringArray::StringArray()
-    : m_impl(Impl::create(0))
+    : m_impl(Impl::ofNone())
 {
 }
 
 StringArray::StringArray(char const* text)
+    : StringArray()
 {
-    std::string_view const added = text ? std::string_view(text) : std::string_view();
-    m_impl = Impl::create(text ? added.size() + 1 + sizeof(Word) : 0);
     if (text)
-        m_impl->put(added);
+        add(text);
 }
 
 StringArray::StringArray(StringArray const& other)
-    : m_impl(Impl::create(other.m_impl->taken()))
+    : StringArray()
 {
+    if (other.empty())
+        return;
+    m_impl = Impl::create(other.m_impl->taken());
     m_impl->put(*other.m_impl, other.m_impl->count, other.m_impl->used);
 }
 
 StringArray::StringArray(StringArray&& other) noexcept
-    : m_impl(std::exchange(other.m_impl, Impl::ofMovedFrom()))
+    : m_impl(std::exchange(other.m_impl, Impl::ofNone()))
 {
 }
 
@@ -161,6 +163,8 @@ bool StringArray::empty() const noexcept
 
 void StringArray::clear()
 {
+    if (empty())
+        return;
     m_impl->count = 0;
     m_impl->used = 0;
 }

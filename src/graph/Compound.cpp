@@ -45,7 +45,7 @@ AddRefWrapper<Compound> Compound::createNew(AddRefWrapper<Node> const& owner, ch
 
 Compound::Compound(AddRefWrapper<Node> const& owner, char const* name)
 {
-    m_asCompound = this;
+    m_kind = Kind::eCompound;
     m_impl = std::make_unique<Impl>(*this);
     m_impl->owner = owner.get();
     if (name)

@@ -27,7 +27,8 @@ struct StrayItems {
 struct Compound::Impl {
     explicit Impl(Compound& compound);
 
-    Node* owner = nullptr; // holds this compound; null once it died
+    Node* owner = nullptr;           // holds this compound; null once it died
+    Node* nextDoomedOwner = nullptr; // of the owner node, see Graveyard.h
     NodeList nodes;
     AddRefWrapper<PortList> innerInputs;
     AddRefWrapper<PortList> innerOutputs;

@@ -50,8 +50,8 @@ bool Compound::deleteCompoundPort(AddRefWrapper<Port> const& port)
         return false;
     AddRefWrapper<Port> const inside = port->isCompoundInternalPort() ? port : twin;
     AddRefWrapper<Port> const outside = port->isCompoundInternalPort() ? twin : port;
-    AddRefWrapper<PortList> const inner(PortAccess::home(*inside)->self);
-    AddRefWrapper<PortList> const outer(PortAccess::home(*outside)->self);
+    AddRefWrapper<PortList> const inner(PortAccess::home(*inside));
+    AddRefWrapper<PortList> const outer(PortAccess::home(*outside));
     unsigned const outerIndex = outer->findPort(outside);
 
     PortAccess::removeAllConnectionsBelow(*inside);
@@ -68,8 +68,8 @@ namespace {
 
 void takeOutBothSides(Port& outside, Port& inside) noexcept
 {
-    PortAccess::takeOut(*PortAccess::home(inside)->self, inside);
-    PortAccess::takeOut(*PortAccess::home(outside)->self, outside);
+    PortAccess::takeOut(*PortAccess::home(inside), inside);
+    PortAccess::takeOut(*PortAccess::home(outside), outside);
 }
 
 } // namespace

@@ -34,13 +34,13 @@ PortList* twinListOf(PortList::Impl const& list)
     }
     Node* const node = PortAccess::asNode(list.owner);
     Compound* const compound = node ? NodeAccess::impl(*node).owned.get() : nullptr;
-    bool const isNodesOwn = node && (list.self == &node->inputs() || list.self == &node->outputs());
+    bool const isNodesOwn = node && (&list == &node->inputs() || &list == &node->outputs());
     return compound && isNodesOwn ? &CompoundAccess::innerList(*compound, list.ioType) : nullptr;
 }
 
 Port* childOfSameName(Port const& parent, Port const& port)
 {
-    PortList const* const children = PortAccess::impl(parent).children.get();
+    PortList const* const children = PortAccess::children(parent);
     return children ? PortAccess::impl(*children).ports.find(NamedAccess::text(port).view()) : nullptr;
 }
 

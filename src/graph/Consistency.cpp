@@ -110,9 +110,9 @@ void ConsistencyCheck::checkNode(Node const& node, Compound const& parent)
     }
     // What an IO node shows belongs to the compound and is checked there.
     if (!node.testFlag(eInputIO))
-        checkPorts(*record.outputs, &node, eOutput, path);
+        checkPorts(record.outputs(), &node, eOutput, path);
     if (!node.testFlag(eOutputIO))
-        checkPorts(*record.inputs, &node, eInput, path);
+        checkPorts(record.inputs(), &node, eInput, path);
 }
 
 void ConsistencyCheck::checkPorts(PortList const& list, PortNotification const* owner, PortIOType ioType,
@@ -149,11 +149,11 @@ void ConsistencyCheck::checkConnections(Port const& port, std::string const& pat
     for (AddRefWrapper<Port> const& other : port.connectedTo())
         ++links[other.get()];
     for (auto const& [other, count] : links) {
-        PortList::Impl const& back = PortAccess::impl(other->connectedTo());
-        unsigned listed = back.ports.contains(&port) ? 1 : 0;
+        detail::NamedList<Port> const& back = PortAccess::connections(*other);
+        unsigned listed = back.contains(&port) ? 1 : 0;
         if (count > 1) {
             listed = 0;
-            back.ports.forEach([&](Port& end) { listed += &end == &port ? 1 : 0; });
+            back.forEach([&](Port& end) { listed += &end == &port ? 1 : 0; });
         }
         require(listed >= count, path, "it lists a connection that the other port does not know");
     }

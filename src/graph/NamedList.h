@@ -2,6 +2,7 @@
 
 #include "foundation/NamedAccess.h"
 #include "foundation/OrderedList.h"
+#include "foundation/PointerTable.h"
 #include "foundation/SharedText.h"
 #include "graph/FreeNames.h"
 
@@ -9,7 +10,6 @@
 #include <new>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 namespace TAV_marlo_v1::detail {
 
@@ -18,13 +18,17 @@ namespace TAV_marlo_v1::detail {
 /// A list that hears of every renaming of its objects (`renamed`) indexes the names once it has grown
 /// beyond a few; any other compares them one by one. Where a name stands twice, the first in order counts.
 template <class T>
-class NamedList {
+class NamedList : OrderedList<T> {
+    using Items = OrderedList<T>;
+
 public:
-    unsigned size() const noexcept { return m_items.size(); }
-    bool empty() const noexcept { return m_items.empty(); }
-    T* at(unsigned index) const noexcept { return index < size() ? m_items.at(index) : nullptr; }
-    unsigned indexOf(T const* object) const noexcept { return m_items.indexOf(object); }
-    bool contains(T const* object) const noexcept { return m_items.contains(object); }
+    using Items::contains;
+    using Items::empty;
+    using Items::forEach;
+    using Items::indexOf;
+    using Items::size;
+
+    T* at(unsigned index) const noexcept { return index < size() ? Items::at(index) : nullptr; }
 
     /// Whether every renaming of an object in the list is reported; an index is kept only then.
     bool hearsRenames() const noexcept { return m_hearsRenames; }
@@ -32,16 +36,16 @@ public:
     {
         m_hearsRenames = hears;
         if (!hears)
-            dropIndexes();
+            m_names.reset();
     }
 
     T* find(std::string_view name) const
     {
         if (m_hearsRenames && size() > kIndexFrom)
-            return findIndexed(name);
+            return namesForFinding().find(name);
         T* found = nullptr;
         for (unsigned i = 0; i < size() && !found; ++i) {
-            T* const object = m_items.at(i);
+            T* const object = Items::at(i);
             if (textOf(*object).view() == name)
                 found = object;
         }
@@ -59,38 +63,36 @@ public:
         T const* const holder = find(name);
         if (!holder || holder == mine)
             return std::string(name);
-        if (!m_freeNames) {
-            auto freeNames = std::make_unique<FreeNames>();
-            m_items.forEach([&](T& object) { freeNames->add(textOf(object).view()); });
-            if (m_hearsRenames)
-                m_freeNames = std::move(freeNames);
-            else
-                return freeNames->next(name, [this](std::string_view text) { return hasName(text); });
-        }
-        return m_freeNames->next(name, [this](std::string_view text) { return hasName(text); });
+        auto const isTaken = [this](std::string_view text) { return hasName(text); };
+        if (m_hearsRenames && m_names && m_names->numbers)
+            return m_names->numbers->next(name, isTaken);
+        auto numbers = std::make_unique<FreeNames>();
+        forEach([&](T& object) { numbers->add(textOf(object).view()); });
+        std::string next = numbers->next(name, isTaken);
+        if (m_hearsRenames)
+            names().numbers = std::move(numbers);
+        return next;
     }
 
     void insert(unsigned index, T* object)
     {
         SharedText const& name = textOf(*object);
         lookForSeparators(name.view());
-        if (m_index)
-            m_index->emplace(&name, object);
+        Items::insert(index, object);
+        if (!m_names)
+            return;
         try {
-            if (m_freeNames)
-                m_freeNames->add(name.view());
-            m_items.insert(index, object);
-        } catch (...) {
-            m_freeNames.reset();
-            if (m_index)
-                eraseFromIndex(name, object);
-            throw;
+            if (m_names->isIndexed)
+                enter(name, *object);
+        } catch (std::bad_alloc const&) {
+            m_names->dropIndex(); // made anew when it is wanted
         }
+        noteNumber(name.view());
     }
 
     AddRefWrapper<T> take(T const* object) noexcept
     {
-        AddRefWrapper<T> taken = m_items.take(object);
+        AddRefWrapper<T> taken = Items::take(object);
         if (taken)
             forgetName(textOf(*object), object);
         return taken;
@@ -98,77 +100,96 @@ public:
 
     AddRefWrapper<T> takeLast() noexcept
     {
-        AddRefWrapper<T> taken = m_items.takeLast();
+        AddRefWrapper<T> taken = Items::takeLast();
         if (taken)
             forgetName(textOf(*taken), taken.get());
         return taken;
     }
 
-    void move(unsigned from, unsigned to) { m_items.move(from, to); }
-    void reorder(std::vector<T*> const& order) { m_items.reorder(order); }
+    void move(unsigned from, unsigned to)
+    {
+        Items::move(from, to);
+        orderChanged();
+    }
+
+    void reorder(std::vector<T*> const& order)
+    {
+        Items::reorder(order);
+        orderChanged();
+    }
 
     /// Gives an object of this list another name; all or nothing.
     void rename(T& object, SharedTextRef const& name)
     {
         SharedTextRef const old(textOf(object));
         lookForSeparators(name.view());
-        if (m_index)
-            m_index->emplace(name.get(), &object);
-        if (m_freeNames) {
-            try {
-                m_freeNames->add(name.view());
-            } catch (...) {
-                m_freeNames.reset(); // made anew when it is wanted
-            }
-        }
         NamedAccess::setText(object, name);
-        forgetName(*old.get(), &object);
+        if (!m_names)
+            return;
+        try {
+            if (m_names->isIndexed)
+                enter(*name, object);
+        } catch (std::bad_alloc const&) {
+            m_names->dropIndex();
+        }
+        noteNumber(name.view());
+        forgetName(*old, &object);
     }
 
     /// The object was renamed through another list that it stands in; the look-up by name starts anew.
     void renamedElsewhere() noexcept
     {
-        dropIndexes();
+        m_names.reset();
         m_mayHoldSeparators = true;
     }
 
     void clear() noexcept
     {
-        dropIndexes();
-        m_items.clear();
+        m_names.reset();
         m_mayHoldSeparators = false;
+        Items::clear();
     }
 
     void swap(NamedList& other) noexcept
     {
-        m_items.swap(other.m_items);
-        m_index.swap(other.m_index);
-        m_freeNames.swap(other.m_freeNames);
+        Items::swap(other);
+        m_names.swap(other.m_names);
         std::swap(m_hearsRenames, other.m_hearsRenames);
         std::swap(m_mayHoldSeparators, other.m_mayHoldSeparators);
-    }
-
-    template <class Visit>
-    void forEach(Visit&& visit) const
-    {
-        m_items.forEach(std::forward<Visit>(visit));
     }
 
 private:
     static constexpr unsigned kIndexFrom = 12;
 
-    struct Hash {
-        using is_transparent = void;
-        std::size_t operator()(SharedText const* text) const { return text->hash(); }
-        std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+    struct NameHash {
+        std::size_t operator()(SharedText const* text) const noexcept { return text->hash(); }
     };
-    struct Equal {
-        using is_transparent = void;
-        bool operator()(SharedText const* a, SharedText const* b) const noexcept { return a == b; }
-        bool operator()(std::string_view a, SharedText const* b) const noexcept { return a == b->view(); }
-        bool operator()(SharedText const* a, std::string_view b) const noexcept { return a->view() == b; }
+
+    /// What a list that has grown knows of its names, each part made when it is first asked for.
+    struct Names {
+        PointerTable<SharedText, T, NameHash> index; // one entry a name, the first object that bears it
+        std::unique_ptr<FreeNames> numbers;
+        bool isIndexed = false;
+        bool hasRepeats = false; // a name stood twice at some time
+
+        T* find(std::string_view name) const noexcept
+        {
+            T* found = nullptr;
+            index.search(std::hash<std::string_view>()(name), [&](SharedText const* text, T* object) {
+                if (text->view() == name)
+                    found = object;
+                return found != nullptr;
+            });
+            return found;
+        }
+
+        void dropIndex() noexcept
+        {
+            index = {};
+            isIndexed = false;
+            hasRepeats = false;
+        }
     };
-    using Index = std::unordered_multimap<SharedText const*, T*, Hash, Equal>;
 
     /// Once seen, it is taken to be there for good: only a look-up by path gets a little dearer.
     void lookForSeparators(std::string_view name) noexcept
@@ -179,63 +200,88 @@ private:
 
     static SharedText const& textOf(T const& object) { return NamedAccess::text(object); }
 
-    T* findIndexed(std::string_view name) const
+    Names& names() const
     {
-        if (!m_index) {
-            auto index = std::make_unique<Index>();
-            index->reserve(size());
-            m_items.forEach([&](T& object) { index->emplace(&textOf(object), &object); });
-            m_index = std::move(index);
-        }
-        auto const range = m_index->equal_range(name);
-        if (range.first == range.second)
-            return nullptr;
-        T* first = range.first->second;
-        if (std::next(range.first) == range.second)
-            return first;
-        for (auto it = std::next(range.first); it != range.second; ++it) {
-            if (m_items.indexOf(it->second) < m_items.indexOf(first))
-                first = it->second;
-        }
-        return first;
+        if (!m_names)
+            m_names = std::make_unique<Names>();
+        return *m_names;
     }
 
-    void eraseFromIndex(SharedText const& name, T const* object) noexcept
+    Names const& namesForFinding() const
     {
-        auto const range = m_index->equal_range(&name);
-        for (auto it = range.first; it != range.second; ++it) {
-            if (it->second == object) {
-                m_index->erase(it);
-                return;
-            }
-        }
+        Names& found = names();
+        if (found.isIndexed)
+            return found;
+        found.index.reserve(size());
+        forEach([&](T& object) { enter(textOf(object), object); });
+        found.isIndexed = true;
+        return found;
     }
 
+    /// Enters an object of the list under its name, which an object before it may bear too.
+    void enter(SharedText const& name, T& object) const
+    {
+        bool known = false;
+        m_names->index.search(name.hash(), [&](SharedText const* text, T*& first) {
+            known = text == &name;
+            if (known && m_names->isIndexed && indexOf(&object) < indexOf(first))
+                first = &object;
+            return known;
+        });
+        m_names->hasRepeats = m_names->hasRepeats || known;
+        if (!known)
+            m_names->index.insert(&name, &object);
+    }
+
+    /// The object does not bear the name any more, or is not in the list any more.
     void forgetName(SharedText const& name, T const* object) noexcept
     {
-        if (m_index)
-            eraseFromIndex(name, object);
-        if (!m_freeNames)
+        if (!m_names)
             return;
         try {
-            if (!hasName(name.view()))
-                m_freeNames->remove(name.view());
-        } catch (...) {
-            m_freeNames.reset(); // made anew when it is wanted
+            if (m_names->isIndexed) {
+                m_names->index.erase(&name, object);
+                if (m_names->hasRepeats)
+                    enterNextOf(name);
+            }
+            if (m_names->numbers && !hasName(name.view()))
+                m_names->numbers->remove(name.view());
+        } catch (std::bad_alloc const&) {
+            m_names.reset(); // made anew when it is wanted
         }
     }
 
-    void dropIndexes() noexcept
+    void enterNextOf(SharedText const& name)
     {
-        m_index.reset();
-        m_freeNames.reset();
+        if (m_names->find(name.view()))
+            return;
+        for (unsigned i = 0; i < size(); ++i) {
+            T* const object = Items::at(i);
+            if (&textOf(*object) == &name)
+                return m_names->index.insert(&name, object);
+        }
     }
 
-    OrderedList<T> m_items;
-    mutable std::unique_ptr<Index> m_index;
-    mutable std::unique_ptr<FreeNames> m_freeNames;
+    /// Of objects of one name another one may be the first now.
+    void orderChanged() noexcept
+    {
+        if (m_names && m_names->hasRepeats)
+            m_names->dropIndex();
+    }
+
+    void noteNumber(std::string_view name) noexcept
+    {
+        try {
+            if (m_names->numbers)
+                m_names->numbers->add(name);
+        } catch (std::bad_alloc const&) {
+            m_names->numbers.reset();
+        }
+    }
+
     bool m_hearsRenames = false;
     bool m_mayHoldSeparators = false;
+    mutable std::unique_ptr<Names> m_names; // made when a name is first looked for
 };
 
 } // namespace TAV_marlo_v1::detail

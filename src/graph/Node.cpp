@@ -15,30 +15,53 @@ namespace TAV_marlo_v1 {
 
 namespace {
 
-AddRefWrapper<PortList> ownList(Node& node, PortIOType ioType)
-{
-    AddRefWrapper<PortList> const list = PortList::createNew();
-    PortList::Impl& record = PortAccess::impl(*list);
-    record.owner = &node;
-    record.isOwnersOwn = true;
-    record.ioType = ioType;
-    record.ports.setHearsRenames(true);
-    return list;
-}
-
 Node*& nextDoomedNode(Node& node)
 {
-    return NodeAccess::impl(node).nextDoomed;
+    return CompoundAccess::impl(*NodeAccess::impl(node).owned).nextDoomedOwner;
 }
 
 } // namespace
 
+template <PortIOType type>
+NodePorts<type>::NodePorts(Node& node) noexcept
+{
+    owner = &node;
+    isOwnersOwn = true;
+    ioType = type;
+    ports.setHearsRenames(true);
+    addRef(); // the node's
+}
+
+template <PortIOType type>
+void NodePorts<type>::deleteThis()
+{
+    static_cast<Node::Impl*>(this)->letGo();
+}
+
 Node::Impl::Impl(Node& node, Container* host)
-    : container(host)
-    , inputs(ownList(node, eInput))
-    , outputs(ownList(node, eOutput))
+    : NodePorts<eInput>(node)
+    , NodePorts<eOutput>(node)
+    , container(host)
     , states(node)
 {
+}
+
+void Node::Impl::retire() noexcept
+{
+    container = {};
+    owned.reset();
+    type = {};
+    typeDisplayName = {};
+    errors.reset();
+    inputs().release();
+    outputs().release();
+    letGo();
+}
+
+void Node::Impl::letGo() noexcept
+{
+    if (--holders == 0)
+        delete this;
 }
 
 AddRefWrapper<Node> Node::createNew(Container* container, char const* name)
@@ -50,9 +73,9 @@ AddRefWrapper<Node> Node::createNew(Container* container, char const* name)
 }
 
 Node::Node(Container* container)
+    : m_impl(new Impl(*this, container))
 {
-    m_asNode = this;
-    m_impl = std::make_unique<Impl>(*this, container);
+    m_kind = Kind::eNode;
 }
 
 Node::~Node()
@@ -62,8 +85,9 @@ Node::~Node()
     if (m_impl->owned)
         CompoundAccess::disown(*m_impl->owned);
     NodeAccess::setParent(*this, nullptr);
-    PortAccess::orphan(*m_impl->inputs);
-    PortAccess::orphan(*m_impl->outputs);
+    PortAccess::orphan(m_impl->inputs());
+    PortAccess::orphan(m_impl->outputs());
+    m_impl->retire();
 }
 
 void Node::deleteThis()
@@ -219,22 +243,22 @@ void Node::recurse_parent_first(NodeCallback callback, void* data)
 
 PortList& Node::inputs() noexcept
 {
-    return *m_impl->inputs;
+    return m_impl->inputs();
 }
 
 PortList const& Node::inputs() const noexcept
 {
-    return *m_impl->inputs;
+    return m_impl->inputs();
 }
 
 PortList& Node::outputs() noexcept
 {
-    return *m_impl->outputs;
+    return m_impl->outputs();
 }
 
 PortList const& Node::outputs() const noexcept
 {
-    return *m_impl->outputs;
+    return m_impl->outputs();
 }
 
 unsigned Node::createNodePort(PortIOType ioType, char const* name, AddRefWrapper<PortDataType> const& type,
@@ -271,7 +295,7 @@ void collectConnections(PortList::Impl const& list, CnxInfoArray& found)
             else
                 found.add(CnxInfo(AddRefWrapper<Port>(&port), other));
         }
-        if (PortList const* const children = PortAccess::impl(port).children.get())
+        if (PortList const* const children = PortAccess::children(port))
             collectConnections(PortAccess::impl(*children), found);
     });
 }

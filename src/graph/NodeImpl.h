@@ -2,32 +2,50 @@
 
 #include "foundation/SharedText.h"
 #include "graph/NodeListImpl.h"
+#include "graph/PortListImpl.h"
 #include "host/ContainerLink.h"
 
 #include <tav/Compound.h>
 #include <tav/NodeErrorState.h>
 #include <tav/NodeStateFlags.h>
-#include <tav/PortList.h>
 
 #include <array>
+#include <cstdint>
 
 namespace TAV_marlo_v1 {
 
-struct Node::Impl {
+/// The inputs or the outputs of a node, a part of the node's record. Whoever keeps a handle on the list longer
+/// than the node lives keeps the emptied record.
+template <PortIOType>
+struct NodePorts : PortList::Impl {
+    explicit NodePorts(Node& node) noexcept;
+    void deleteThis() override;
+};
+
+/// In one block with both lists of ports, since every node has them.
+struct Node::Impl final : NodePorts<eInput>, NodePorts<eOutput> {
     Impl(Node& node, Container* container);
 
+    PortList& inputs() noexcept { return static_cast<NodePorts<eInput>&>(*this); }
+    PortList& outputs() noexcept { return static_cast<NodePorts<eOutput>&>(*this); }
+    PortList const& inputs() const noexcept { return static_cast<NodePorts<eInput> const&>(*this); }
+    PortList const& outputs() const noexcept { return static_cast<NodePorts<eOutput> const&>(*this); }
+
+    /// The node dies, and lets go of all that it holds.
+    void retire() noexcept;
+    /// One of those that hold the record does so no longer: the node, or the handles on one of the lists.
+    void letGo() noexcept;
+
     detail::ContainerLinkRef container; // empty once the container died
-    AddRefWrapper<PortList> inputs;
-    AddRefWrapper<PortList> outputs;
     Compound* parent = nullptr;
-    bool isStray = false;           // names a parent without standing in its list: the compound keeps a note of it
     NodeList::Impl* home = nullptr; // the list of the parent compound, while the node stands in it
     AddRefWrapper<Compound> owned;
     detail::SharedTextRef type;
     detail::SharedTextRef typeDisplayName; // empty: the type itself
     AddRefWrapper<NodeErrorState> errors;
     NodeStateFlags states;
-    Node* nextDoomed = nullptr; // see Graveyard.h
+    bool isStray = false; // names a parent without standing in its list: the compound keeps a note of it
+    std::uint8_t holders = 3;
 };
 
 /// The library's way to the records of nodes and node lists.

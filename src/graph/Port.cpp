@@ -27,23 +27,24 @@ bool has(PortFlags flags, PortFlags flag)
 
 Port*& nextDoomedPort(Port& port)
 {
-    return PortAccess::impl(*PortAccess::impl(port).children).nextDoomed;
+    return PortAccess::impl(port).extras->nextDoomed;
 }
 
 } // namespace
 
 AddRefWrapper<Port> Port::createNew(char const* name, PortIOType ioType)
 {
-    return AddRefWrapper<Port>(new Port(name, ioType));
+    return AddRefWrapper<Port>(new Impl(name, ioType));
 }
 
-Port::Port(char const* name, PortIOType ioType)
+Port::Port(char const* name)
     : Namable(name)
-    , m_impl(std::make_unique<Impl>(ioType))
 {
 }
 
-Port::~Port()
+Port::~Port() = default;
+
+Port::Impl::~Impl()
 {
     PortAccess::forgetStray(*this);
 }
@@ -51,7 +52,7 @@ Port::~Port()
 void Port::deleteThis()
 {
     static detail::Graveyard<Port, nextDoomedPort> graveyard;
-    if (m_impl->children)
+    if (PortAccess::children(*this))
         graveyard.bury(*this, [](Port* port) { delete port; });
     else
         delete this;
@@ -59,35 +60,35 @@ void Port::deleteThis()
 
 PortIOType Port::getPortIOType() const noexcept
 {
-    return m_impl->ioType;
+    return impl().ioType;
 }
 
 AddRefWrapper<PortDataType> Port::getDataType() const
 {
-    return m_impl->type;
+    return impl().type;
 }
 
 bool Port::setDataType(AddRefWrapper<PortDataType> const& type)
 {
     AddRefWrapper<PortDataType> const kept(type); // `type` may be the very handle that changes below
-    if (kept == m_impl->type)
+    if (kept == impl().type)
         return true;
     AddRefWrapper<Port> const self(this);
     AddRefWrapper<Port> const twin(PortAccess::twin(*this));
 
-    if (m_impl->owner && !m_impl->owner->onPortSetDataType(self, kept))
+    if (impl().owner && !impl().owner->onPortSetDataType(self, kept))
         return false;
-    if (twin && twin->m_impl->owner && !twin->m_impl->owner->onPortSetDataType(twin, kept))
+    if (twin && twin->impl().owner && !twin->impl().owner->onPortSetDataType(twin, kept))
         return false;
 
-    m_impl->type = kept;
+    impl().type = kept;
     if (twin)
-        twin->m_impl->type = kept;
+        twin->impl().type = kept;
 
-    if (m_impl->owner)
-        m_impl->owner->onPortDataTypeChanged(self, kept);
-    if (twin && twin->m_impl->owner)
-        twin->m_impl->owner->onPortDataTypeChanged(twin, kept);
+    if (impl().owner)
+        impl().owner->onPortDataTypeChanged(self, kept);
+    if (twin && twin->impl().owner)
+        twin->impl().owner->onPortDataTypeChanged(twin, kept);
     return true;
 }
 
@@ -107,25 +108,25 @@ void Port::setName(char const* name)
     if (wanted.get() == &NamedAccess::text(*this))
         return;
 
-    if (m_impl->owner && !m_impl->owner->onPortSetName(self, wanted.chars()))
+    if (impl().owner && !impl().owner->onPortSetName(self, wanted.chars()))
         return;
-    if (twin && twin->m_impl->owner && !twin->m_impl->owner->onPortSetName(twin, wanted.chars()))
+    if (twin && twin->impl().owner && !twin->impl().owner->onPortSetName(twin, wanted.chars()))
         return;
 
     detail::renamePort(*this, wanted);
     if (twin)
         detail::renamePort(*twin, wanted);
 
-    if (m_impl->owner)
-        m_impl->owner->onPortNameChanged(self, wanted.chars());
-    if (twin && twin->m_impl->owner)
-        twin->m_impl->owner->onPortNameChanged(twin, wanted.chars());
+    if (impl().owner)
+        impl().owner->onPortNameChanged(self, wanted.chars());
+    if (twin && twin->impl().owner)
+        twin->impl().owner->onPortNameChanged(twin, wanted.chars());
 }
 
 Namable Port::getFullName() const
 {
     std::vector<Port const*> chain;
-    for (Port const* port = this; port; port = port->m_impl->parentPort)
+    for (Port const* port = this; port; port = port->impl().parentPort)
         chain.push_back(port);
     std::string text;
     for (auto port = chain.rbegin(); port != chain.rend(); ++port)
@@ -136,12 +137,12 @@ Namable Port::getFullName() const
 Namable Port::getFullPathName() const
 {
     Port const* top = this;
-    while (top->m_impl->parentPort)
-        top = top->m_impl->parentPort;
+    while (top->impl().parentPort)
+        top = top->impl().parentPort;
     Namable const ownName = getFullName();
-    if (!top->m_impl->owner)
+    if (!top->impl().owner)
         return ownName;
-    Namable path = top->m_impl->owner->onGetParentFullPathName();
+    Namable path = top->impl().owner->onGetParentFullPathName();
     path.appendPortName(ownName.getName());
     return path;
 }
@@ -150,55 +151,55 @@ Namable Port::getFullPathName() const
 
 PortNotification* Port::getParent() const noexcept
 {
-    return m_impl->owner;
+    return impl().owner;
 }
 
 void Port::setParent(PortNotification* owner)
 {
     PortAccess::setOwner(*this, owner);
-    if (!m_impl->home || m_impl->home->owner != owner)
+    if (!impl().home || impl().home->owner != owner)
         PortAccess::noteStray(*this);
 }
 
 Port* Port::getParentPort() const noexcept
 {
-    return m_impl->parentPort;
+    return impl().parentPort;
 }
 
 void Port::setParentPort(Port* parent) noexcept
 {
-    m_impl->parentPort = parent;
+    impl().parentPort = parent;
 }
 
 AddRefWrapper<Node> Port::getParentNode() const
 {
-    if (Compound* const compound = PortAccess::asCompound(m_impl->owner))
+    if (Compound* const compound = PortAccess::asCompound(impl().owner))
         return compound->getAsNode();
-    return AddRefWrapper<Node>(PortAccess::asNode(m_impl->owner));
+    return AddRefWrapper<Node>(PortAccess::asNode(impl().owner));
 }
 
 AddRefWrapper<Compound> Port::getParentCompound() const
 {
-    if (Node* const node = PortAccess::asNode(m_impl->owner))
+    if (Node* const node = PortAccess::asNode(impl().owner))
         return AddRefWrapper<Compound>(node->getParentCompound());
-    return AddRefWrapper<Compound>(PortAccess::asCompound(m_impl->owner));
+    return AddRefWrapper<Compound>(PortAccess::asCompound(impl().owner));
 }
 
 bool Port::isCompoundInternalPort() const noexcept
 {
-    return PortAccess::asCompound(m_impl->owner) != nullptr;
+    return PortAccess::asCompound(impl().owner) != nullptr;
 }
 
 // ---- flags
 
 PortFlags Port::getFlags() const
 {
-    return m_impl->owner ? m_impl->owner->onPortGetFlags(handleOf(*this)) : PortAccess::flags(*this);
+    return impl().owner ? impl().owner->onPortGetFlags(handleOf(*this)) : PortAccess::flags(*this);
 }
 
 bool Port::testFlag(PortFlags flag) const
 {
-    return m_impl->owner ? m_impl->owner->onPortTestFlag(handleOf(*this), flag) : PortAccess::hasFlag(*this, flag);
+    return impl().owner ? impl().owner->onPortTestFlag(handleOf(*this), flag) : PortAccess::hasFlag(*this, flag);
 }
 
 bool Port::isFanIn() const
@@ -208,7 +209,7 @@ bool Port::isFanIn() const
 
 bool Port::isMemberFanIn() const
 {
-    return m_impl->parentPort && m_impl->parentPort->isFanIn();
+    return impl().parentPort && impl().parentPort->isFanIn();
 }
 
 bool Port::canSetFlag(PortFlags flag) const
@@ -221,12 +222,12 @@ bool Port::canSetFlag(PortFlags flag) const
     }
     if (has(flag, eUnconnectable) && isConnected())
         return false;
-    return !m_impl->owner || m_impl->owner->onPortCanSetFlag(self, flag);
+    return !impl().owner || impl().owner->onPortCanSetFlag(self, flag);
 }
 
 bool Port::canClearFlag(PortFlags flag) const
 {
-    return !m_impl->owner || m_impl->owner->onPortCanClearFlag(handleOf(*this), flag);
+    return !impl().owner || impl().owner->onPortCanClearFlag(handleOf(*this), flag);
 }
 
 void Port::setFlag(PortFlags flag)
@@ -276,7 +277,7 @@ void Port::clearFlag(PortFlags flag)
 void Port::tellFlagChanged(AddRefWrapper<Port> const& port, PortFlags changed, bool on)
 {
     // The owner is looked up anew for each hook: the one before may have taken the port away from it.
-    auto const owner = [&port] { return port->m_impl->owner; };
+    auto const owner = [&port] { return port->impl().owner; };
     if (owner() && on)
         owner()->onPortSetFlag(port, changed);
     else if (owner())
@@ -289,7 +290,7 @@ void Port::tellFlagChanged(AddRefWrapper<Port> const& port, PortFlags changed, b
 
 void Port::dropMembers()
 {
-    AddRefWrapper<PortList> const members = m_impl->children;
+    AddRefWrapper<PortList> const members = children();
     if (!members)
         return;
     // Told like any removal; what an owner keeps connected then is cut, since the member goes.
@@ -299,128 +300,128 @@ void Port::dropMembers()
     }
     members->onParentNodeDeleted();
     PortAccess::impl(*members).parentPort = nullptr;
-    if (m_impl->children == members)
-        m_impl->children.reset();
+    if (PortAccess::children(*this) == members.get())
+        PortAccess::setChildren(*this, nullptr);
 }
 
 // ---- values and metadata
 
 bool Port::getPortDefaultValues(StringArray& values) const
 {
-    return m_impl->owner && m_impl->owner->onPortGetDefaultValues(handleOf(*this), values);
+    return impl().owner && impl().owner->onPortGetDefaultValues(handleOf(*this), values);
 }
 
 bool Port::setPortDefaultValues(StringArray const& values)
 {
-    if (!m_impl->owner)
+    if (!impl().owner)
         return false;
     StringArray present;
     if (getPortDefaultValues(present) && present == values)
         return true;
     AddRefWrapper<Port> const self(this);
-    PortNotification* const owner = m_impl->owner;
+    PortNotification* const owner = impl().owner;
     if (!owner->onPortSetDefaultValues(self, values))
         return false;
-    if (m_impl->owner)
-        m_impl->owner->onPortValuesChanged(self, values);
+    if (impl().owner)
+        impl().owner->onPortValuesChanged(self, values);
     return true;
 }
 
 bool Port::resetPortDefaultValues()
 {
-    if (!m_impl->owner)
+    if (!impl().owner)
         return false;
     StringArray present;
     if (!getPortDefaultValues(present))
         return true;
     AddRefWrapper<Port> const self(this);
     StringArray fallback;
-    if (!m_impl->owner->onPortResetDefaultValues(self, fallback))
+    if (!impl().owner->onPortResetDefaultValues(self, fallback))
         return false;
-    if (m_impl->owner)
-        m_impl->owner->onPortValuesReset(self);
+    if (impl().owner)
+        impl().owner->onPortValuesReset(self);
     return true;
 }
 
 bool Port::canSaveDefaultValues() const
 {
-    return m_impl->owner && m_impl->owner->onPortCanSaveDefaultValues(handleOf(*this));
+    return impl().owner && impl().owner->onPortCanSaveDefaultValues(handleOf(*this));
 }
 
 String Port::getPortMetaDataValue(char const* key) const
 {
-    return m_impl->owner && key ? m_impl->owner->onPortGetMetaDataValue(handleOf(*this), key) : String();
+    return impl().owner && key ? impl().owner->onPortGetMetaDataValue(handleOf(*this), key) : String();
 }
 
 bool Port::setPortMetaDataValue(char const* key, char const* value)
 {
-    return m_impl->owner && key && m_impl->owner->onPortSetMetaDataValue(AddRefWrapper<Port>(this), key, value);
+    return impl().owner && key && impl().owner->onPortSetMetaDataValue(AddRefWrapper<Port>(this), key, value);
 }
 
 String Port::getPortMetaDataUIName(char const* key) const
 {
-    return m_impl->owner && key ? m_impl->owner->onPortGetMetaDataUIName(handleOf(*this), key) : String();
+    return impl().owner && key ? impl().owner->onPortGetMetaDataUIName(handleOf(*this), key) : String();
 }
 
 String Port::getPortMetaDataDescription(char const* key) const
 {
-    return m_impl->owner && key ? m_impl->owner->onPortGetMetaDataDescription(handleOf(*this), key) : String();
+    return impl().owner && key ? impl().owner->onPortGetMetaDataDescription(handleOf(*this), key) : String();
 }
 
 void Port::getAcceptableMetadataValues(char const* key, StringArray& values) const
 {
-    if (m_impl->owner && key)
-        m_impl->owner->onPortGetAcceptableMetadataValues(handleOf(*this), key, values);
+    if (impl().owner && key)
+        impl().owner->onPortGetAcceptableMetadataValues(handleOf(*this), key, values);
 }
 
 void Port::getAvailableMetadatas(MetadataType type, StringArray& keys) const
 {
-    if (m_impl->owner)
-        m_impl->owner->onPortGetAvailableMetadatas(type, handleOf(*this), keys);
+    if (impl().owner)
+        impl().owner->onPortGetAvailableMetadatas(type, handleOf(*this), keys);
 }
 
 PropertyList Port::getOptions() const
 {
-    return m_impl->owner ? m_impl->owner->onPortGetOptions(handleOf(*this)) : PropertyList();
+    return impl().owner ? impl().owner->onPortGetOptions(handleOf(*this)) : PropertyList();
 }
 
 void Port::getPortToolTip(StringArray& lines) const
 {
-    if (m_impl->owner)
-        m_impl->owner->onPortGetToolTip(handleOf(*this), lines);
+    if (impl().owner)
+        impl().owner->onPortGetToolTip(handleOf(*this), lines);
 }
 
 void Port::getUIHints(PortUIHints& hints) const
 {
-    if (m_impl->owner)
-        m_impl->owner->onPortGetUIHints(handleOf(*this), hints);
+    if (impl().owner)
+        impl().owner->onPortGetUIHints(handleOf(*this), hints);
 }
 
 bool Port::handlesHierarchicValues() const
 {
-    return m_impl->owner && m_impl->owner->onPortHandlesHierarchicValues(handleOf(*this));
+    return impl().owner && impl().owner->onPortHandlesHierarchicValues(handleOf(*this));
 }
 
 // ---- children
 
 AddRefWrapper<PortList> Port::createChildrenList()
 {
-    if (!m_impl->children) {
+    if (!PortAccess::children(*this)) {
         AddRefWrapper<PortList> const list = PortList::createNew();
         PortList::Impl& record = PortAccess::impl(*list);
-        record.owner = m_impl->owner;
+        record.owner = impl().owner;
         record.isOwnersOwn = true; // its owner is reached, and forgotten, through this port
         record.parentPort = this;
-        record.ioType = m_impl->ioType;
+        record.ioType = impl().ioType;
         record.ports.setHearsRenames(true);
-        m_impl->children = list;
+        PortAccess::setChildren(*this, list);
     }
-    return m_impl->children;
+    return children();
 }
 
 AddRefWrapper<PortList> Port::children() const
 {
-    return m_impl->children;
+    return AddRefWrapper<PortList>(PortAccess::children(*this));
 }
 
 // ---- watch point
@@ -429,17 +430,17 @@ bool Port::setWatchPoint()
 {
     AddRefWrapper<Port> const self(this);
     AddRefWrapper<WatchPoint> watchPoint;
-    if (!m_impl->owner || !m_impl->owner->onPortCreateWatchPoint(self, watchPoint) || !watchPoint)
+    if (!impl().owner || !impl().owner->onPortCreateWatchPoint(self, watchPoint) || !watchPoint)
         return false;
-    m_impl->makeExtras().watchPoint = watchPoint;
+    impl().makeExtras().watchPoint = watchPoint;
     notifyChange(eWatchPointSet);
     return true;
 }
 
 void Port::setWatchPoint(AddRefWrapper<WatchPoint> const& watchPoint)
 {
-    if (watchPoint || m_impl->extras)
-        m_impl->makeExtras().watchPoint = watchPoint;
+    if (watchPoint || impl().extras)
+        impl().makeExtras().watchPoint = watchPoint;
 }
 
 AddRefWrapper<WatchPoint> Port::getWatchPoint() const
@@ -450,9 +451,9 @@ AddRefWrapper<WatchPoint> Port::getWatchPoint() const
 bool Port::removeWatchPoint()
 {
     AddRefWrapper<Port> const self(this);
-    if (!getWatchPoint() || (m_impl->owner && !m_impl->owner->onPortRemoveWatchPoint(self)))
+    if (!getWatchPoint() || (impl().owner && !impl().owner->onPortRemoveWatchPoint(self)))
         return false;
-    m_impl->extras->watchPoint.reset();
+    impl().extras->watchPoint.reset();
     notifyChange(eWatchPointRemoved);
     return true;
 }
@@ -462,11 +463,11 @@ bool Port::removeWatchPoint()
 void Port::notifyChange(EPortChangeType type)
 {
     AddRefWrapper<Port> const self(this);
-    if (Node* const node = PortAccess::asNode(m_impl->owner)) {
+    if (Node* const node = PortAccess::asNode(impl().owner)) {
         node->notifyNodePortChange(type, self);
         return;
     }
-    Compound* const compound = PortAccess::asCompound(m_impl->owner);
+    Compound* const compound = PortAccess::asCompound(impl().owner);
     if (!compound)
         return;
     if (Node* const ioNode = PortAccess::presentingNode(*this))

@@ -23,7 +23,7 @@ namespace {
 /// ports stand in, so that neither a stack nor memory is needed however deep the tree is.
 Port* nextInTree(Port& port, Port const& top) noexcept
 {
-    if (PortList* const children = PortAccess::impl(port).children.get(); children && !children->empty())
+    if (PortList* const children = PortAccess::children(port); children && !children->empty())
         return PortAccess::impl(*children).ports.at(0);
     for (Port* last = &port; last != &top;) {
         PortList::Impl const& list = *PortAccess::impl(*last).home;
@@ -51,7 +51,7 @@ void PortAccess::setOwner(Port& top, PortNotification* owner) noexcept
     forPortAndChildren(top, [owner](Port& port) {
         forgetStray(port);
         impl(port).owner = owner;
-        if (PortList* const children = impl(port).children.get())
+        if (PortList* const children = PortAccess::children(port))
             impl(*children).owner = owner;
     });
 }
@@ -128,9 +128,25 @@ void PortAccess::orphan(PortList& list) noexcept
     impl(list).isOwnersOwn = false;
 }
 
+PortList* PortAccess::children(Port const& port) noexcept
+{
+    return impl(port).extras ? impl(port).extras->children.get() : nullptr;
+}
+
+void PortAccess::setChildren(Port& port, AddRefWrapper<PortList> const& children)
+{
+    if (children || impl(port).extras)
+        impl(port).makeExtras().children = children;
+}
+
+detail::NamedList<Port> const& PortAccess::connections(Port const& port) noexcept
+{
+    return ports(port.connectedTo());
+}
+
 StringArray const* PortAccess::values(Port const& port) noexcept
 {
-    return impl(port).values ? &*impl(port).values : nullptr;
+    return impl(port).hasValues ? &impl(port).values : nullptr;
 }
 
 PropertyList const* PortAccess::metadata(Port const& port) noexcept
@@ -150,17 +166,16 @@ WatchPoint* PortAccess::watchPoint(Port const& port) noexcept
     return impl(port).extras ? impl(port).extras->watchPoint.get() : nullptr;
 }
 
-void PortAccess::setValues(Port& port, StringArray const& values)
+void PortAccess::setValues(Port& port, StringArray values)
 {
-    if (impl(port).values)
-        *impl(port).values = values;
-    else
-        impl(port).values.emplace(values);
+    impl(port).values = std::move(values);
+    impl(port).hasValues = true;
 }
 
 void PortAccess::clearValues(Port& port) noexcept
 {
-    impl(port).values.reset();
+    impl(port).values = {};
+    impl(port).hasValues = false;
 }
 
 void PortAccess::setOptions(Port& port, PropertyList const& options)
@@ -237,7 +252,7 @@ void PortAccess::setIOType(Port& top, PortIOType ioType) noexcept
 {
     forPortAndChildren(top, [ioType](Port& port) {
         impl(port).ioType = ioType;
-        if (PortList* const children = impl(port).children.get())
+        if (PortList* const children = PortAccess::children(port))
             impl(*children).ioType = ioType;
     });
 }
@@ -275,11 +290,11 @@ void PortAccess::takeOut(PortList& list, Port& port) noexcept
 
 void PortAccess::dropEmptyChildList(Port& port) noexcept
 {
-    PortList* const children = impl(port).children.get();
+    PortList* const children = PortAccess::children(port);
     if (!children || !children->empty() || hasFlag(port, eFanIn))
         return;
     impl(*children).parentPort = nullptr;
-    impl(port).children.reset();
+    setChildren(port, nullptr);
 }
 
 void PortAccess::endFanInKeepingChildren(Port& port)
@@ -313,8 +328,8 @@ void PortAccess::link(Port& a, Port& b)
     auto const listOf = [](Port& port) -> detail::NamedList<Port>& {
         Port::Impl& record = impl(port);
         if (!record.connections)
-            record.connections = PortList::createNew();
-        return impl(*record.connections).ports;
+            record.connections = new PortList::Entries;
+        return record.connections->ports;
     };
     detail::NamedList<Port>& ofA = listOf(a);
     detail::NamedList<Port>& ofB = listOf(b);
@@ -332,9 +347,9 @@ bool PortAccess::unlink(Port& a, Port& b) noexcept
 {
     Port::Impl& ofA = impl(a);
     Port::Impl& ofB = impl(b);
-    if (!ofA.connections || !impl(*ofA.connections).ports.take(&b))
+    if (!ofA.connections || !ofA.connections->ports.take(&b))
         return false;
-    return ofB.connections && impl(*ofB.connections).ports.take(&a);
+    return ofB.connections && ofB.connections->ports.take(&a);
 }
 
 void PortAccess::unlinkAll(Port& top) noexcept
@@ -343,20 +358,20 @@ void PortAccess::unlinkAll(Port& top) noexcept
         if (!impl(port).connections)
             return;
         AddRefWrapper<Port> const kept(&port); // the other ends may hold the last references
-        detail::NamedList<Port>& links = impl(*impl(port).connections).ports;
+        detail::NamedList<Port>& links = impl(port).connections->ports;
         while (AddRefWrapper<Port> const other = links.takeLast())
-            impl(*impl(*other).connections).ports.take(&port);
+            impl(*other).connections->ports.take(&port);
     });
 }
 
 void PortAccess::setConnectionOrder(Port& port, std::vector<Port*> const& order)
 {
-    impl(*impl(port).connections).ports.reorder(order);
+    impl(port).connections->ports.reorder(order);
 }
 
 void PortAccess::placeConnection(Port& port, Port const& other, unsigned place)
 {
-    detail::NamedList<Port>& links = impl(*impl(port).connections).ports;
+    detail::NamedList<Port>& links = impl(port).connections->ports;
     // Of several connections with the same port the last one is the newest.
     unsigned const last = links.size() - 1;
     unsigned const from = links.at(last) == &other ? last : links.indexOf(&other);

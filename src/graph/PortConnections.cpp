@@ -84,15 +84,15 @@ bool Port::addConnection(AddRefWrapper<Port> const& other, bool copyMetadata)
 bool Port::connectActing(AddRefWrapper<Port> const& other, bool copyMetadata)
 {
     AddRefWrapper<Port> const self(this);
-    if (m_impl->owner && !m_impl->owner->onPortAddConnection(self, other))
+    if (impl().owner && !impl().owner->onPortAddConnection(self, other))
         return false;
 
     PortAccess::link(*this, *other);
 
     if (copyMetadata && isCompoundInternalPort() && !other->isCompoundInternalPort())
         copyMetadataToOutside(*this, *other);
-    if (m_impl->owner)
-        m_impl->owner->onPortConnectionAdded(self, other);
+    if (impl().owner)
+        impl().owner->onPortConnectionAdded(self, other);
     return true;
 }
 
@@ -117,14 +117,14 @@ bool Port::removeConnection(AddRefWrapper<Port> const& other)
 bool Port::disconnectActing(AddRefWrapper<Port> const& other)
 {
     AddRefWrapper<Port> const self(this);
-    if (m_impl->owner && !m_impl->owner->onPortRemoveConnection(self, other))
+    if (impl().owner && !impl().owner->onPortRemoveConnection(self, other))
         return false;
 
     bool const wereConnected = PortAccess::unlink(*this, *other);
 
     // Told even when nothing was linked: an owner hears of every removal that it allowed.
-    if (m_impl->owner)
-        m_impl->owner->onPortConnectionRemoved(self, other);
+    if (impl().owner)
+        impl().owner->onPortConnectionRemoved(self, other);
     return wereConnected;
 }
 
@@ -165,12 +165,12 @@ bool PortAccess::isConnectedBelow(Port const& port)
 PortList const& Port::connectedTo() const noexcept
 {
     static AddRefWrapper<PortList> const none = PortList::createNew();
-    return m_impl->connections ? *m_impl->connections : *none;
+    return impl().connections ? *impl().connections : *none;
 }
 
 bool Port::isConnected() const noexcept
 {
-    return m_impl->connections && !m_impl->connections->empty();
+    return impl().connections && !impl().connections->empty();
 }
 
 } // namespace TAV_marlo_v1

@@ -44,57 +44,53 @@ void PortList::Impl::move(unsigned from, unsigned to)
 
 AddRefWrapper<PortList> PortList::createNew()
 {
-    return AddRefWrapper<PortList>(new PortList);
+    return AddRefWrapper<PortList>(new Impl);
 }
 
-PortList::PortList()
-    : m_impl(std::make_unique<Impl>(*this))
-{
-}
-
+PortList::PortList() noexcept = default;
 PortList::~PortList() = default;
 
 // ---- look-up
 
 unsigned PortList::size() const noexcept
 {
-    return m_impl->ports.size();
+    return entries().ports.size();
 }
 
 AddRefWrapper<Port> PortList::operator[](unsigned index) const
 {
-    return AddRefWrapper<Port>(m_impl->ports.at(index));
+    return AddRefWrapper<Port>(entries().ports.at(index));
 }
 
 AddRefWrapper<Port> PortList::operator[](char const* name) const
 {
-    return AddRefWrapper<Port>(name ? m_impl->ports.find(name) : nullptr);
+    return AddRefWrapper<Port>(name ? entries().ports.find(name) : nullptr);
 }
 
 AddRefWrapper<Port> PortList::findPort(char const* name, unsigned& index) const
 {
     AddRefWrapper<Port> port = (*this)[name];
-    index = port ? m_impl->ports.indexOf(port.get()) : kNotFound;
+    index = port ? entries().ports.indexOf(port.get()) : kNotFound;
     return port;
 }
 
 unsigned PortList::findPort(AddRefWrapper<Port> const& port) const
 {
-    return port ? m_impl->ports.indexOf(port.get()) : kNotFound;
+    return port ? entries().ports.indexOf(port.get()) : kNotFound;
 }
 
 namespace {
 
 /// The port of that dotted name in the list or below it, the port's own name tried first: names may hold
 /// dots themselves.
-Port* findDotted(PortList::Impl const& list, std::string_view name)
+Port* findDotted(detail::NamedList<Port> const& ports, std::string_view name)
 {
-    if (Port* const port = list.ports.find(name))
+    if (Port* const port = ports.find(name))
         return port;
     for (std::size_t dot = name.find('.'); dot != std::string_view::npos; dot = name.find('.', dot + 1)) {
-        Port const* const parent = list.ports.find(name.substr(0, dot));
-        PortList const* const children = parent ? PortAccess::impl(*parent).children.get() : nullptr;
-        if (Port* const port = children ? findDotted(PortAccess::impl(*children), name.substr(dot + 1)) : nullptr)
+        Port const* const parent = ports.find(name.substr(0, dot));
+        PortList const* const children = parent ? PortAccess::children(*parent) : nullptr;
+        if (Port* const port = children ? findDotted(PortAccess::ports(*children), name.substr(dot + 1)) : nullptr)
             return port;
     }
     return nullptr;
@@ -105,13 +101,13 @@ Port* findDotted(PortList::Impl const& list, std::string_view name)
 AddRefWrapper<Port> PortList::findPortRecursive(char const* name, unsigned& index) const
 {
     index = kNotFound;
-    Port* const port = name ? findDotted(*m_impl, name) : nullptr;
+    Port* const port = name ? findDotted(entries().ports, name) : nullptr;
     if (!port)
         return {};
     Port const* top = port;
-    while (m_impl->ports.indexOf(top) == kNotFound && top->getParentPort())
+    while (entries().ports.indexOf(top) == kNotFound && top->getParentPort())
         top = top->getParentPort();
-    index = m_impl->ports.indexOf(top);
+    index = entries().ports.indexOf(top);
     return AddRefWrapper<Port>(port);
 }
 
@@ -127,8 +123,8 @@ bool PortList::insert(AddRefWrapper<Port> const& port, unsigned index)
     if (!port)
         return false;
     AddRefWrapper<Port> const kept(port);
-    if (!m_impl->owner && !m_impl->parentPort) {
-        m_impl->ports.insert(index, kept.get());
+    if (!impl().owner && !impl().parentPort) {
+        impl().ports.insert(index, kept.get());
         return true;
     }
     Port::Impl& record = PortAccess::impl(*kept);
@@ -136,9 +132,9 @@ bool PortList::insert(AddRefWrapper<Port> const& port, unsigned index)
         return false; // it stands in the list of an owner, this one or another
     AddRefWrapper<PortList> const self(this);
 
-    PortAccess::setOwner(*kept, m_impl->owner);
-    record.parentPort = m_impl->parentPort;
-    if (m_impl->owner && !m_impl->owner->onPortListPortAdd(*this, kept)) {
+    PortAccess::setOwner(*kept, impl().owner);
+    record.parentPort = impl().parentPort;
+    if (impl().owner && !impl().owner->onPortListPortAdd(*this, kept)) {
         if (!record.home) {
             record.parentPort = nullptr;
             PortAccess::noteStray(*kept); // it keeps the owner, who may die first
@@ -147,12 +143,12 @@ bool PortList::insert(AddRefWrapper<Port> const& port, unsigned index)
     }
 
     try {
-        m_impl->ports.insert(index, kept.get());
-        if (m_impl->presentation) {
+        impl().ports.insert(index, kept.get());
+        if (impl().presentation) {
             try {
-                m_impl->presentation->ports.insert(index, kept.get());
+                impl().presentation->ports.insert(index, kept.get());
             } catch (...) {
-                m_impl->ports.take(kept.get());
+                impl().ports.take(kept.get());
                 throw;
             }
         }
@@ -161,13 +157,13 @@ bool PortList::insert(AddRefWrapper<Port> const& port, unsigned index)
         PortAccess::setOwner(*kept, nullptr);
         throw;
     }
-    record.home = m_impl.get();
+    record.home = &impl();
     PortAccess::forgetStray(*kept);
-    if (m_impl->owner)
+    if (impl().owner)
         PortAccess::setDetached(*kept, false);
 
-    if (m_impl->owner)
-        m_impl->owner->onPortListPortAdded(*this, kept);
+    if (impl().owner)
+        impl().owner->onPortListPortAdded(*this, kept);
     return true;
 }
 
@@ -179,28 +175,28 @@ AddRefWrapper<Port> PortList::addPort(char const* name, AddRefWrapper<PortDataTy
 
 bool PortList::remove(AddRefWrapper<Port> const& port)
 {
-    if (!port || !m_impl->ports.contains(port.get()))
+    if (!port || !impl().ports.contains(port.get()))
         return false;
     AddRefWrapper<Port> const kept(port); // `port` may be the very entry that goes away below
     AddRefWrapper<PortList> const self(this);
 
-    if (m_impl->owner && !m_impl->owner->onPortListPortRemove(*this, kept))
+    if (impl().owner && !impl().owner->onPortListPortRemove(*this, kept))
         return false;
 
-    m_impl->ports.take(kept.get());
-    if (m_impl->presentation)
-        m_impl->presentation->ports.take(kept.get());
+    impl().ports.take(kept.get());
+    if (impl().presentation)
+        impl().presentation->ports.take(kept.get());
     Port::Impl& record = PortAccess::impl(*kept);
-    bool const isMine = record.home == m_impl.get();
+    bool const isMine = record.home == &impl();
     if (isMine) {
         record.home = nullptr;
         record.parentPort = nullptr;
-        if (m_impl->owner)
+        if (impl().owner)
             PortAccess::setDetached(*kept, true);
     }
 
-    if (m_impl->owner)
-        m_impl->owner->onPortListPortRemoved(*this, kept);
+    if (impl().owner)
+        impl().owner->onPortListPortRemoved(*this, kept);
 
     if (isMine && !record.home)
         PortAccess::setOwner(*kept, nullptr);
@@ -211,10 +207,10 @@ bool PortList::removeMemberPort(AddRefWrapper<Port> const& port)
 {
     if (!port)
         return false;
-    if (m_impl->ports.contains(port.get()))
+    if (impl().ports.contains(port.get()))
         return remove(port);
     Port const* top = port.get();
-    while (top && !m_impl->ports.contains(top))
+    while (top && !impl().ports.contains(top))
         top = top->getParentPort();
     AddRefWrapper<PortList> const siblings = top ? port->getParentPort()->children() : nullptr;
     return siblings && siblings->remove(port);
@@ -228,20 +224,20 @@ bool PortList::movePort(unsigned from, unsigned to)
         return true;
     AddRefWrapper<PortList> const self(this);
     AddRefWrapper<Port> const port = (*this)[from];
-    PortAccess::TwinMove const twin = PortAccess::twinMove(*m_impl, from, to);
+    PortAccess::TwinMove const twin = PortAccess::twinMove(impl(), from, to);
     AddRefWrapper<PortList> const twins(twin.list);
 
-    if (m_impl->owner && !m_impl->owner->onPortListPortMove(*this, from, to))
+    if (impl().owner && !impl().owner->onPortListPortMove(*this, from, to))
         return false;
     if (twins && twins->getParent() && !twins->getParent()->onPortListPortMove(*twins, twin.from, twin.to))
         return false;
 
-    m_impl->move(from, to);
+    impl().move(from, to);
     if (twins)
-        twins->m_impl->move(twin.from, twin.to);
+        twins->impl().move(twin.from, twin.to);
 
-    if (m_impl->owner)
-        m_impl->owner->onPortListPortMoved(*this, from, to);
+    if (impl().owner)
+        impl().owner->onPortListPortMoved(*this, from, to);
     if (twins && twins->getParent())
         twins->getParent()->onPortListPortMoved(*twins, twin.from, twin.to);
     return true;
@@ -251,47 +247,47 @@ bool PortList::movePort(unsigned from, unsigned to)
 
 void PortList::setParent(PortNotification* owner) noexcept
 {
-    if (owner == m_impl->owner)
+    if (owner == impl().owner)
         return;
-    PortNotification* const former = m_impl->owner;
-    PortAccess::forgetList(*m_impl);
-    m_impl->owner = owner;
-    m_impl->ports.setHearsRenames(owner != nullptr);
-    if (former && !m_impl->isOwnersOwn)
-        m_impl->ports.forEach([](Port& port) { PortAccess::noteStray(port); });
+    PortNotification* const former = impl().owner;
+    PortAccess::forgetList(impl());
+    impl().owner = owner;
+    impl().ports.setHearsRenames(owner != nullptr);
+    if (former && !impl().isOwnersOwn)
+        impl().ports.forEach([](Port& port) { PortAccess::noteStray(port); });
     try {
-        PortAccess::noteList(*m_impl);
+        PortAccess::noteList(impl());
     } catch (std::bad_alloc const&) {
-        m_impl->owner = nullptr;
-        m_impl->ports.setHearsRenames(false);
+        impl().owner = nullptr;
+        impl().ports.setHearsRenames(false);
     }
     Node* const node = PortAccess::asNode(owner);
-    if (node && m_impl->isOwnersOwn && node->testFlag(eAnyIO))
+    if (node && impl().isOwnersOwn && node->testFlag(eAnyIO))
         CompoundAccess::adoptPresentation(*node, *this);
 }
 
 PortNotification* PortList::getParent() const noexcept
 {
-    return m_impl->owner;
+    return entries().canHaveOwner ? impl().owner : nullptr;
 }
 
 void PortList::setPortIOType(PortIOType type)
 {
-    m_impl->ioType = type;
-    m_impl->ports.forEach([type](Port& port) { PortAccess::setIOType(port, type); });
+    impl().ioType = type;
+    impl().ports.forEach([type](Port& port) { PortAccess::setIOType(port, type); });
 }
 
 void PortList::onParentNodeDeleted()
 {
     AddRefWrapper<PortList> const self(this);
     detail::NamedList<Port> former;
-    former.swap(m_impl->ports);
-    m_impl->ports.setHearsRenames(former.hearsRenames());
-    if (m_impl->presentation)
-        m_impl->presentation->ports.clear();
+    former.swap(impl().ports);
+    impl().ports.setHearsRenames(former.hearsRenames());
+    if (impl().presentation)
+        impl().presentation->ports.clear();
     former.forEach([this](Port& port) {
         Port::Impl& record = PortAccess::impl(port);
-        if (record.home && record.home != m_impl.get())
+        if (record.home && record.home != &impl())
             return; // shown here, at home elsewhere
         record.home = nullptr;
         record.parentPort = nullptr;

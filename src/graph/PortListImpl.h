@@ -2,53 +2,92 @@
 
 #include "graph/NamedList.h"
 
+#include <tav/Compound.h>
+#include <tav/Node.h>
 #include <tav/PortDataType.h>
 #include <tav/PortList.h>
 #include <tav/PortNotification.h>
 #include <tav/PortProperties.h>
 #include <tav/WatchPoint.h>
 
+#include <cassert>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace TAV_marlo_v1 {
 
-struct PortList::Impl {
-    explicit Impl(PortList& list) noexcept
-        : self(&list)
-    {
-    }
-    ~Impl();
-
-    PortList* self;
+/// A list and its record in one block. As it stands, it is the list of a port's connections, of which a graph has
+/// more than of anything else: what only a list with an owner needs is not part of it.
+struct PortList::Entries : PortList {
+    PortIOType ioType : 8 = eInput;
+    bool canHaveOwner = false;
+    bool isOwnersOwn = false; // a list of a Node or Compound itself, which lets go of it when it dies
     detail::NamedList<Port> ports;
+};
+
+/// A list that has an owner or may get one.
+struct PortList::Impl : PortList::Entries {
+    Impl() noexcept { canHaveOwner = true; }
+    ~Impl() override;
+
     PortNotification* owner = nullptr;
-    Port* parentPort = nullptr; // of a list of children
-    PortIOType ioType = eInput;
-    bool isOwnersOwn = false;     // a list of a Node or Compound itself, which lets go of it when it dies
+    Port* parentPort = nullptr;   // of a list of children
     Impl* presentation = nullptr; // the IO node's list that shows this one
     Impl* presented = nullptr;    // the inner list that this one shows
-    Port* nextDoomed = nullptr;   // see Graveyard.h; used only while the port with these children dies
 
     /// From now on `shown` follows this list, object by object.
     void setPresentation(Impl* shown) noexcept;
     void move(unsigned from, unsigned to);
 };
 
+inline PortList::Entries& PortList::entries() noexcept
+{
+    return static_cast<Entries&>(*this);
+}
+
+inline PortList::Entries const& PortList::entries() const noexcept
+{
+    return static_cast<Entries const&>(*this);
+}
+
+inline PortList::Impl& PortList::impl() noexcept
+{
+    assert(entries().canHaveOwner);
+    return static_cast<Impl&>(*this);
+}
+
+inline PortList::Impl const& PortList::impl() const noexcept
+{
+    assert(entries().canHaveOwner);
+    return static_cast<Impl const&>(*this);
+}
+
 /// The library's way to the records of ports and port lists. What is done through it is neither asked
 /// nor told.
 class PortAccess {
 public:
-    static Port::Impl& impl(Port& port) noexcept { return *port.m_impl; }
-    static Port::Impl const& impl(Port const& port) noexcept { return *port.m_impl; }
-    static PortList::Impl& impl(PortList& list) noexcept { return *list.m_impl; }
-    static PortList::Impl const& impl(PortList const& list) noexcept { return *list.m_impl; }
-    static Node* asNode(PortNotification const* owner) noexcept { return owner ? owner->m_asNode : nullptr; }
+    static Port::Impl& impl(Port& port) noexcept;
+    static Port::Impl const& impl(Port const& port) noexcept;
+    /// Of any list but that of a port's connections.
+    static PortList::Impl& impl(PortList& list) noexcept { return list.impl(); }
+    static PortList::Impl const& impl(PortList const& list) noexcept { return list.impl(); }
+    static detail::NamedList<Port> const& ports(PortList const& list) noexcept { return list.entries().ports; }
+    static Node* asNode(PortNotification const* owner) noexcept
+    {
+        bool const isNode = owner && owner->m_kind == PortNotification::Kind::eNode;
+        return isNode ? const_cast<Node*>(static_cast<Node const*>(owner)) : nullptr;
+    }
     static Compound* asCompound(PortNotification const* owner) noexcept
     {
-        return owner ? owner->m_asCompound : nullptr;
+        bool const isCompound = owner && owner->m_kind == PortNotification::Kind::eCompound;
+        return isCompound ? const_cast<Compound*>(static_cast<Compound const*>(owner)) : nullptr;
     }
+    /// The list of the port's children or members; null when it has none.
+    static PortList* children(Port const& port) noexcept;
+    static void setChildren(Port& port, AddRefWrapper<PortList> const& children);
+    /// The ports that the port is connected to, in order; an empty list when there are none.
+    static detail::NamedList<Port> const& connections(Port const& port) noexcept;
 
     /// The flag word as stored, without asking the owner.
     static PortFlags flags(Port const& port) { return port.Flaggable<PortFlags>::getFlags(); }
@@ -74,7 +113,7 @@ public:
     static PropertyList const* metadata(Port const& port) noexcept;
     static PropertyList const* options(Port const& port) noexcept;
     static WatchPoint* watchPoint(Port const& port) noexcept;
-    static void setValues(Port& port, StringArray const& values);
+    static void setValues(Port& port, StringArray values);
     static void clearValues(Port& port) noexcept;
     static void setOptions(Port& port, PropertyList const& options);
     /// A null value removes the entry. @return whether something changed

@@ -29,7 +29,7 @@ void collect(PortList const& list, std::vector<AddRefWrapper<Port>>& ports)
 
 PortList const& homeOf(Port const& port)
 {
-    return *PortAccess::home(port)->self;
+    return *PortAccess::home(port);
 }
 
 } // namespace

@@ -111,7 +111,7 @@ namespace {
 
 void collectBelow(Port& port, std::unordered_map<std::string, Port*>& found)
 {
-    PortList const* const children = PortAccess::impl(port).children.get();
+    PortList const* const children = PortAccess::children(port);
     if (!children)
         return;
     PortAccess::impl(*children).ports.forEach([&](Port& child) {

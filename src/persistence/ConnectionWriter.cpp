@@ -54,14 +54,11 @@ void ConnectionWriter::writeList(PortList const& ports, unsigned filter)
 /// The port's own connections, then those of its children.
 void ConnectionWriter::writeOf(Port& port, unsigned filter)
 {
-    auto const& record = PortAccess::impl(port);
-    if (PortList const* const connections = record.connections.get()) {
-        PortAccess::impl(*connections).ports.forEach([&](Port& other) {
-            if (!isDropped(port, other, filter))
-                writeConnection(port, other);
-        });
-    }
-    if (PortList const* const children = record.children.get())
+    PortAccess::connections(port).forEach([&](Port& other) {
+        if (!isDropped(port, other, filter))
+            writeConnection(port, other);
+    });
+    if (PortList const* const children = PortAccess::children(port))
         writeList(*children, filter);
 }
 

@@ -17,8 +17,7 @@ namespace {
 std::vector<Port*> connectionsOf(Port const& port)
 {
     std::vector<Port*> order;
-    if (PortList const* const list = PortAccess::impl(port).connections.get())
-        PortAccess::impl(*list).ports.forEach([&order](Port& other) { order.push_back(&other); });
+    PortAccess::connections(port).forEach([&order](Port& other) { order.push_back(&other); });
     return order;
 }
 

@@ -14,8 +14,7 @@ namespace {
 
 void setValues(Port& port, std::string_view text)
 {
-    Port::Impl& record = PortAccess::impl(port);
-    record.values.emplace(splitPortValues(text, record.type.get()));
+    PortAccess::setValues(port, splitPortValues(text, PortAccess::impl(port).type.get()));
 }
 
 /// A port without flags and values at the end of a list; a taken name becomes the next free one.
@@ -39,7 +38,7 @@ void keepExposureInStep(Port& port)
 
 Port* findChild(Port const& port, std::string_view name)
 {
-    PortList const* const children = PortAccess::impl(port).children.get();
+    PortList const* const children = PortAccess::children(port);
     return children ? PortAccess::impl(*children).ports.find(name) : nullptr;
 }
 

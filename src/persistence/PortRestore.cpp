@@ -179,10 +179,10 @@ private:
         return flags == eNoPortFlags || note(changed, port, "flags", [=](Port& kept) {
                    // Children that were there before are no members, which would go with the flag.
                    if (children)
-                       PortAccess::impl(kept).children.reset();
+                       PortAccess::setChildren(kept, nullptr);
                    kept.clearFlag(flags);
                    if (children)
-                       PortAccess::impl(kept).children = children;
+                       PortAccess::setChildren(kept, children);
                });
     }
 

@@ -88,7 +88,7 @@ void PortWriter::writePort(Owner const& owner, Port& port, PortFilterCallback* f
     writeValueAttributes(owner, port);
     writeMetadata(owner, port);
 
-    if (PortList const* const children = record.children.get()) {
+    if (PortList const* const children = PortAccess::children(port)) {
         if (!children->empty()) {
             m_sink.start(kPorts);
             PortAccess::impl(*children).ports.forEach([&](Port& child) {
