@@ -40,6 +40,7 @@ public:
     bool operator<(String const& other) const noexcept;
 
 private:
+    friend class TextBuffer;
     struct Impl;
     Impl* m_impl; // never null
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/PointerTable.h"
+#include "foundation/ProbingTable.h"
 
 #include <tav/Types.h>
 
@@ -27,7 +27,7 @@ public:
         return m_chunks[m_cursorChunk]->items[index - m_cursorStart];
     }
 
-    bool contains(T const* object) const noexcept { return m_chunkOf.contains(object); }
+    bool contains(T const* object) const noexcept { return firstChunkOf(object) != nullptr; }
 
     /// The first index of the object, or kNotFound.
     unsigned indexOf(T const* object) const noexcept
@@ -82,7 +82,7 @@ public:
 
 private:
     struct Chunk {
-        static constexpr unsigned kLimit = 128;
+        static constexpr unsigned kLimit = 64;
 
         unsigned ordinal = 0;
         unsigned count = 0;
@@ -107,14 +107,21 @@ private:
         }
     };
 
+    struct Place {
+        T* object = nullptr;
+        Chunk* chunk = nullptr;
+        bool isFree() const noexcept { return !object; }
+        std::uint32_t hash() const noexcept { return AddressHash()(object); }
+    };
+
     // ---- from an object to its chunk
 
     Chunk* firstChunkOf(T const* object) const noexcept
     {
         Chunk* first = nullptr;
-        m_chunkOf.search(AddressHash()(object), [&](T const* key, Chunk* chunk) {
-            if (key == object && (!first || chunk->ordinal < first->ordinal))
-                first = chunk;
+        m_places.search(AddressHash()(object), [&](Place const& place) {
+            if (place.object == object && (!first || place.chunk->ordinal < first->ordinal))
+                first = place.chunk;
             return first && !m_hasRepeats;
         });
         return first;
@@ -125,20 +132,26 @@ private:
     void enter(T* object, Chunk& chunk)
     {
         bool known = false;
-        m_chunkOf.search(AddressHash()(object), [&](T const* key, Chunk const* other) {
-            m_hasRepeats = m_hasRepeats || key == object;
-            return known = key == object && other == &chunk;
+        m_places.search(AddressHash()(object), [&](Place const& place) {
+            m_hasRepeats = m_hasRepeats || place.object == object;
+            return known = place.object == object && place.chunk == &chunk;
         });
         if (!known)
-            m_chunkOf.insert(object, &chunk);
+            m_places.insert({object, &chunk});
+    }
+
+    void leave(T const* object, Chunk const& chunk) noexcept
+    {
+        if (!m_hasRepeats || !chunk.holds(object))
+            m_places.erase(AddressHash()(object),
+                           [&](Place const& place) { return place.object == object && place.chunk == &chunk; });
     }
 
     void eraseFrom(Chunk& chunk, unsigned place) noexcept
     {
         T* const object = chunk.items[place];
         chunk.erase(place);
-        if (!m_hasRepeats || !chunk.holds(object))
-            m_chunkOf.erase(object, &chunk);
+        leave(object, chunk);
         resize(chunk, ~0u); // which wraps to minus one
         if (chunk.count == 0)
             removeChunk(chunk.ordinal);
@@ -180,17 +193,15 @@ private:
         auto added = std::make_unique<Chunk>();
         Chunk& next = *added;
         constexpr unsigned kHalf = Chunk::kLimit / 2;
-        m_chunkOf.reserve(m_chunkOf.size() + kHalf); // the last step that can run out of memory
+        m_places.reserve(m_places.size() + kHalf); // the last step that can run out of memory
         m_chunks.insert(m_chunks.begin() + full.ordinal + 1, std::move(added));
         m_tree.push_back(0);
         for (unsigned place = kHalf; place < Chunk::kLimit; ++place)
             next.insert(place - kHalf, full.items[place]);
         full.count = kHalf;
         for (unsigned place = 0; place < kHalf; ++place) {
-            T* const object = next.items[place];
-            if (!m_hasRepeats || !full.holds(object))
-                m_chunkOf.erase(object, &full);
-            enter(object, next);
+            leave(next.items[place], full);
+            enter(next.items[place], next);
         }
         renumber();
     }
@@ -275,7 +286,7 @@ private:
 
     std::vector<std::unique_ptr<Chunk>> m_chunks;
     std::vector<unsigned> m_tree; // binary indexed tree over the chunk sizes, 1-based
-    PointerTable<T, Chunk> m_chunkOf;
+    ProbingTable<Place> m_places;
     unsigned m_size = 0;
     bool m_hasRepeats = false; // an object stood in it more than once at some time
     // Where the last look-up by index ended, so that walking by index needs no search.

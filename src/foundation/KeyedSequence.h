@@ -2,12 +2,13 @@
 
 #include "foundation/SharedText.h"
 
+#include <QtCore/QVarLengthArray>
+
 #include <cstddef>
 #include <memory>
 #include <new>
 #include <unordered_map>
 #include <utility>
-#include <vector>
 
 namespace TAV_marlo_v1::detail {
 
@@ -28,10 +29,10 @@ public:
     KeyedSequence(KeyedSequence const&) = delete;
     KeyedSequence& operator=(KeyedSequence const&) = delete;
 
-    std::size_t size() const noexcept { return m_records.size(); }
+    std::size_t size() const noexcept { return static_cast<std::size_t>(m_records.size()); }
     bool empty() const noexcept { return m_records.empty(); }
-    Record const& operator[](std::size_t index) const noexcept { return m_records[index]; }
-    V& value(std::size_t index) noexcept { return m_records[index].value; }
+    Record const& operator[](std::size_t index) const noexcept { return m_records[place(index)]; }
+    V& value(std::size_t index) noexcept { return m_records[place(index)].value; }
 
     /// The first record of that key, or kNone.
     std::size_t find(char const* key) const noexcept
@@ -42,18 +43,18 @@ public:
         return text ? find(text) : kNone;
     }
 
-    void reserve(std::size_t count) { m_records.reserve(count); }
+    void reserve(std::size_t count) { m_records.reserve(place(count)); }
 
     void append(SharedTextRef key, V value)
     {
         m_records.push_back({std::move(key), std::move(value)});
         if (m_index)
-            tryToIndex(m_records.size() - 1);
+            tryToIndex(size() - 1);
     }
 
     void replace(std::size_t index, SharedTextRef key, V value) noexcept
     {
-        Record& record = m_records[index];
+        Record& record = m_records[place(index)];
         if (record.key != key)
             m_index.reset();
         record.key.swap(key);
@@ -64,10 +65,10 @@ public:
     {
         if (m_index)
             unindex(index);
-        m_records.erase(m_records.begin() + static_cast<std::ptrdiff_t>(index));
+        m_records.erase(m_records.begin() + place(index));
     }
 
-    void pop_back() noexcept { erase(m_records.size() - 1); }
+    void pop_back() noexcept { erase(size() - 1); }
 
     /// `reorder(records)` puts the records into another order.
     template <class Reorder>
@@ -81,9 +82,11 @@ private:
     using Index = std::unordered_map<SharedText const*, std::size_t>;
     static constexpr std::size_t kFewEnoughToScan = 16;
 
+    static qsizetype place(std::size_t index) noexcept { return static_cast<qsizetype>(index); }
+
     std::size_t find(SharedText const* key) const noexcept
     {
-        if (m_records.size() > kFewEnoughToScan && !m_index)
+        if (size() > kFewEnoughToScan && !m_index)
             tryToIndexAll();
         if (m_index) {
             auto const found = m_index->find(key);
@@ -94,8 +97,8 @@ private:
 
     std::size_t scan(SharedText const* key, std::size_t from) const noexcept
     {
-        for (std::size_t i = from; i < m_records.size(); ++i) {
-            if (m_records[i].key.get() == key)
+        for (std::size_t i = from; i < size(); ++i) {
+            if ((*this)[i].key.get() == key)
                 return i;
         }
         return kNone;
@@ -105,9 +108,9 @@ private:
     {
         try {
             m_index = std::make_unique<Index>();
-            m_index->reserve(2 * m_records.size());
-            for (std::size_t i = 0; i < m_records.size(); ++i)
-                m_index->try_emplace(m_records[i].key.get(), i); // keeps the first of equal keys
+            m_index->reserve(2 * size());
+            for (std::size_t i = 0; i < size(); ++i)
+                m_index->try_emplace((*this)[i].key.get(), i); // keeps the first of equal keys
         } catch (std::bad_alloc const&) {
             m_index.reset();
         }
@@ -116,7 +119,7 @@ private:
     void tryToIndex(std::size_t last) noexcept
     {
         try {
-            m_index->try_emplace(m_records[last].key.get(), last);
+            m_index->try_emplace((*this)[last].key.get(), last);
         } catch (std::bad_alloc const&) {
             m_index.reset();
         }
@@ -125,7 +128,7 @@ private:
     /// Prepares the index for the removal of a record.
     void unindex(std::size_t removed) noexcept
     {
-        auto const entry = m_index->find(m_records[removed].key.get());
+        auto const entry = m_index->find((*this)[removed].key.get());
         if (entry->second == removed) {
             std::size_t const next = scan(entry->first, removed + 1);
             if (next == kNone)
@@ -133,13 +136,13 @@ private:
             else
                 entry->second = next;
         }
-        if (removed + 1 == m_records.size())
+        if (removed + 1 == size())
             return;
         for (auto& [key, index] : *m_index)
             index -= index > removed ? 1 : 0;
     }
 
-    std::vector<Record> m_records;
+    QVarLengthArray<Record, 1> m_records; // most sequences hold one record, which needs no block of its own
     mutable std::unique_ptr<Index> m_index;
 };
 

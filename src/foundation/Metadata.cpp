@@ -3,6 +3,8 @@
 #include "foundation/MetadataText.h"
 #include "foundation/PropertyListAccess.h"
 
+#include <cstring>
+
 namespace TAV_marlo_v1 {
 
 Metadata::~Metadata() = default;
@@ -19,14 +21,13 @@ bool Metadata::setMetadataValue(char const* key, char const* value)
 {
     if (!key || !value)
         return false;
-    StringArray const wanted(value);
     StringArray const* const present = PropertyListAccess::find(m_store, key);
-    if (present && *present == wanted)
+    if (present && present->size() == 1 && std::strcmp((*present)[0], value) == 0)
         return true;
     if (present)
-        m_store.setStringPairValues(key, wanted);
+        m_store.setStringPairValue(key, value);
     else
-        m_store.addStringPair(key, wanted);
+        m_store.addStringPair(key, value);
     onMetadataChanged();
     return true;
 }

@@ -40,14 +40,18 @@ public:
     std::size_t size() const noexcept { return m_size; }
     std::string_view view() const noexcept { return {chars(), m_size}; }
 
-    /// The same as std::hash<std::string_view> of the text, without reading it.
-    std::size_t hash() const noexcept { return m_size ? m_hash : std::hash<std::string_view>()({}); }
+    static std::uint32_t hashOf(std::string_view text) noexcept
+    {
+        return text.empty() ? 0 : static_cast<std::uint32_t>(std::hash<std::string_view>()(text));
+    }
+    /// As hashOf the text, without reading it.
+    std::uint32_t hash() const noexcept { return m_hash; }
 
 private:
     friend class SharedTextPool;
     friend struct EmptyText;
 
-    constexpr SharedText(std::size_t hash, std::uint32_t size) noexcept
+    constexpr SharedText(std::uint32_t hash, std::uint32_t size) noexcept
         : m_hash(hash)
         , m_size(size)
     {
@@ -55,10 +59,9 @@ private:
 
     void discard() const noexcept;
 
-    std::size_t m_hash;
-    mutable SharedText* m_next = nullptr; // in the pool's chain
-    mutable std::uint32_t m_references = 1;
+    std::uint32_t m_hash;
     std::uint32_t m_size;
+    mutable std::uint32_t m_references = 1;
 };
 
 /// Holds one reference of a SharedText; never null.

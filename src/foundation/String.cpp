@@ -1,7 +1,10 @@
 #include <tav/String.h>
 
+#include "foundation/TextBuffer.h"
+
 #include <algorithm>
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <utility>
@@ -11,21 +14,26 @@ namespace TAV_marlo_v1 {
 /// Head of the one block of a text; the bytes and the closing NUL follow it.
 struct String::Impl {
     unsigned long long size = 0;
-    unsigned long long capacity = 0; // bytes that fit before the closing NUL
+    unsigned long long capacity : 63 = 0;    // bytes that fit before the closing NUL
+    unsigned long long isFromBuffer : 1 = 0; // the block is one of TextBuffer, from std::realloc
 
     char* chars() noexcept { return reinterpret_cast<char*>(this) + sizeof(Impl); }
 
     static Impl* create(char const* text, unsigned long long size, unsigned long long capacity)
     {
         void* const block = ::operator new(static_cast<std::size_t>(sizeof(Impl) + capacity + 1));
-        Impl* const impl = new (block) Impl{0, capacity};
+        Impl* const impl = new (block) Impl{0, capacity, 0};
         impl->put(text, size);
         return impl;
     }
 
     static void destroy(Impl* impl) noexcept
     {
-        if (impl != ofNone())
+        if (impl == ofNone())
+            return;
+        if (impl->isFromBuffer)
+            std::free(impl);
+        else
             ::operator delete(static_cast<void*>(impl));
     }
 
@@ -136,7 +144,8 @@ String& String::append(char const* text)
         return *this;
     }
     // Twice the room, so that building a text piece by piece copies each byte a few times only.
-    Impl* const larger = Impl::create(m_impl->chars(), m_impl->size, std::max(needed, 2 * m_impl->capacity));
+    Impl* const larger =
+        Impl::create(m_impl->chars(), m_impl->size, std::max<unsigned long long>(needed, 2 * m_impl->capacity));
     larger->put(text, added); // before the old block goes: `text` may be part of it
     Impl::destroy(std::exchange(m_impl, larger));
     return *this;
@@ -173,6 +182,45 @@ bool String::operator<(String const& other) const noexcept
     auto const shorter = static_cast<std::size_t>(std::min(size(), other.size()));
     int const order = std::memcmp(toChar(), other.toChar(), shorter);
     return order != 0 ? order < 0 : size() < other.size();
+}
+
+// ---- TextBuffer
+
+TextBuffer::~TextBuffer()
+{
+    std::free(m_block);
+}
+
+char* TextBuffer::data() const noexcept
+{
+    return m_block ? m_block->chars() : nullptr;
+}
+
+std::size_t TextBuffer::capacity() const noexcept
+{
+    return m_block ? static_cast<std::size_t>(m_block->capacity) : 0;
+}
+
+void TextBuffer::reserve(std::size_t capacity)
+{
+    void* const block = std::realloc(m_block, sizeof(String::Impl) + capacity + 1);
+    if (!block)
+        throw std::bad_alloc();
+    m_block = static_cast<String::Impl*>(block);
+    *m_block = {0, capacity, 1};
+}
+
+String TextBuffer::take(std::size_t size) noexcept
+{
+    String text;
+    if (size == 0)
+        return text;
+    if (void* const fitting = std::realloc(m_block, sizeof(String::Impl) + size + 1))
+        m_block = static_cast<String::Impl*>(fitting);
+    *m_block = {size, size, 1};
+    m_block->chars()[size] = '\0';
+    text.m_impl = std::exchange(m_block, nullptr);
+    return text;
 }
 
 } // namespace TAV_marlo_v1

@@ -16,8 +16,9 @@ struct NumberedName {
 
 NumberedName splitDigits(std::string_view name)
 {
-    std::size_t const last = name.find_last_not_of("0123456789");
-    std::size_t const stem = last == std::string_view::npos ? 0 : last + 1;
+    std::size_t stem = name.size();
+    while (stem > 0 && name[stem - 1] >= '0' && name[stem - 1] <= '9')
+        --stem;
     return {name.substr(0, stem), name.substr(stem)};
 }
 
@@ -47,7 +48,10 @@ void FreeNames::add(std::string_view name)
     std::optional<std::uint32_t> const number = canonicalNumber(split);
     if (!number)
         return;
-    Runs& runs = m_stems[std::string(split.stem)];
+    auto stem = m_stems.find(split.stem);
+    if (stem == m_stems.end())
+        stem = m_stems.try_emplace(std::string(split.stem)).first;
+    Runs& runs = stem->second;
     auto const next = runs.upper_bound(*number);
     if (next != runs.begin()) {
         auto const previous = std::prev(next);
@@ -77,7 +81,7 @@ void FreeNames::remove(std::string_view name)
     std::optional<std::uint32_t> const number = canonicalNumber(split);
     if (!number)
         return;
-    auto const stem = m_stems.find(std::string(split.stem));
+    auto const stem = m_stems.find(split.stem);
     if (stem == m_stems.end())
         return;
     Runs& runs = stem->second;
@@ -95,17 +99,17 @@ void FreeNames::remove(std::string_view name)
         m_stems.erase(stem);
 }
 
-std::string FreeNames::following(std::string const& name) const
+std::string FreeNames::following(std::string_view name) const
 {
     NumberedName const split = splitDigits(name);
     std::uint32_t number = 1;
     if (!split.digits.empty()) {
         std::optional<std::uint32_t> const own = valueOf(split.digits);
         if (!own || *own == kLargestNumber)
-            return name + "_1";
+            return std::string(name) + "_1";
         number = *own + 1;
     }
-    if (auto const stem = m_stems.find(std::string(split.stem)); stem != m_stems.end()) {
+    if (auto const stem = m_stems.find(split.stem); stem != m_stems.end()) {
         auto run = stem->second.upper_bound(number);
         if (run != stem->second.begin() && (--run)->second >= number)
             number = run->second == kLargestNumber ? kLargestNumber : run->second + 1;

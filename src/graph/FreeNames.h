@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -33,9 +35,13 @@ public:
 private:
     using Runs = std::map<std::uint32_t, std::uint32_t>; // first -> last number of a run
 
-    std::string following(std::string const& name) const;
+    std::string following(std::string_view name) const;
 
-    std::unordered_map<std::string, Runs> m_stems;
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>()(text); }
+    };
+    std::unordered_map<std::string, Runs, Hash, std::equal_to<>> m_stems;
 };
 
 } // namespace TAV_marlo_v1::detail

@@ -2,7 +2,7 @@
 
 #include "foundation/NamedAccess.h"
 #include "foundation/OrderedList.h"
-#include "foundation/PointerTable.h"
+#include "foundation/ProbingTable.h"
 #include "foundation/SharedText.h"
 #include "graph/FreeNames.h"
 
@@ -76,18 +76,9 @@ public:
 
     void insert(unsigned index, T* object)
     {
-        SharedText const& name = textOf(*object);
-        lookForSeparators(name.view());
+        lookForSeparators(textOf(*object).view());
         Items::insert(index, object);
-        if (!m_names)
-            return;
-        try {
-            if (m_names->isIndexed)
-                enter(name, *object);
-        } catch (std::bad_alloc const&) {
-            m_names->dropIndex(); // made anew when it is wanted
-        }
-        noteNumber(name.view());
+        noteName(*object);
     }
 
     AddRefWrapper<T> take(T const* object) noexcept
@@ -124,16 +115,8 @@ public:
         SharedTextRef const old(textOf(object));
         lookForSeparators(name.view());
         NamedAccess::setText(object, name);
-        if (!m_names)
-            return;
-        try {
-            if (m_names->isIndexed)
-                enter(*name, object);
-        } catch (std::bad_alloc const&) {
-            m_names->dropIndex();
-        }
-        noteNumber(name.view());
         forgetName(*old, &object);
+        noteName(object);
     }
 
     /// The object was renamed through another list that it stands in; the look-up by name starts anew.
@@ -161,13 +144,15 @@ public:
 private:
     static constexpr unsigned kIndexFrom = 12;
 
-    struct NameHash {
-        std::size_t operator()(SharedText const* text) const noexcept { return text->hash(); }
-    };
-
     /// What a list that has grown knows of its names, each part made when it is first asked for.
     struct Names {
-        PointerTable<SharedText, T, NameHash> index; // one entry a name, the first object that bears it
+        struct Entry {
+            T* object = nullptr;
+            std::uint32_t nameHash = 0;
+            bool isFree() const noexcept { return !object; }
+            std::uint32_t hash() const noexcept { return nameHash; }
+        };
+        ProbingTable<Entry> index; // one entry a name, the first object that bears it
         std::unique_ptr<FreeNames> numbers;
         bool isIndexed = false;
         bool hasRepeats = false; // a name stood twice at some time
@@ -175,9 +160,10 @@ private:
         T* find(std::string_view name) const noexcept
         {
             T* found = nullptr;
-            index.search(std::hash<std::string_view>()(name), [&](SharedText const* text, T* object) {
-                if (text->view() == name)
-                    found = object;
+            std::uint32_t const hash = SharedText::hashOf(name);
+            index.search(hash, [&](Entry const& entry) {
+                if (entry.nameHash == hash && textOf(*entry.object).view() == name)
+                    found = entry.object;
                 return found != nullptr;
             });
             return found;
@@ -194,8 +180,9 @@ private:
     /// Once seen, it is taken to be there for good: only a look-up by path gets a little dearer.
     void lookForSeparators(std::string_view name) noexcept
     {
-        if (!m_mayHoldSeparators)
-            m_mayHoldSeparators = name.empty() || name.find_first_of("/.") != name.npos;
+        for (char const c : name)
+            m_mayHoldSeparators = m_mayHoldSeparators || c == '/' || c == '.';
+        m_mayHoldSeparators = m_mayHoldSeparators || name.empty();
     }
 
     static SharedText const& textOf(T const& object) { return NamedAccess::text(object); }
@@ -213,24 +200,40 @@ private:
         if (found.isIndexed)
             return found;
         found.index.reserve(size());
-        forEach([&](T& object) { enter(textOf(object), object); });
+        forEach([&](T& object) { enter(object); });
         found.isIndexed = true;
         return found;
     }
 
     /// Enters an object of the list under its name, which an object before it may bear too.
-    void enter(SharedText const& name, T& object) const
+    void enter(T& object) const
     {
+        SharedText const& name = textOf(object);
         bool known = false;
-        m_names->index.search(name.hash(), [&](SharedText const* text, T*& first) {
-            known = text == &name;
-            if (known && m_names->isIndexed && indexOf(&object) < indexOf(first))
-                first = &object;
+        m_names->index.search(name.hash(), [&](typename Names::Entry& entry) {
+            known = entry.nameHash == name.hash() && &textOf(*entry.object) == &name;
+            if (known && m_names->isIndexed && indexOf(&object) < indexOf(entry.object))
+                entry.object = &object;
             return known;
         });
         m_names->hasRepeats = m_names->hasRepeats || known;
         if (!known)
-            m_names->index.insert(&name, &object);
+            m_names->index.insert({&object, name.hash()});
+    }
+
+    /// The object bears its name from now on, or is in the list from now on.
+    void noteName(T& object) noexcept
+    {
+        if (!m_names)
+            return;
+        try {
+            if (m_names->isIndexed)
+                enter(object);
+            if (m_names->numbers)
+                m_names->numbers->add(textOf(object).view());
+        } catch (std::bad_alloc const&) {
+            m_names.reset(); // made anew when it is wanted
+        }
     }
 
     /// The object does not bear the name any more, or is not in the list any more.
@@ -240,14 +243,14 @@ private:
             return;
         try {
             if (m_names->isIndexed) {
-                m_names->index.erase(&name, object);
+                m_names->index.erase(name.hash(), [&](auto const& entry) { return entry.object == object; });
                 if (m_names->hasRepeats)
                     enterNextOf(name);
             }
             if (m_names->numbers && !hasName(name.view()))
                 m_names->numbers->remove(name.view());
         } catch (std::bad_alloc const&) {
-            m_names.reset(); // made anew when it is wanted
+            m_names.reset();
         }
     }
 
@@ -258,7 +261,7 @@ private:
         for (unsigned i = 0; i < size(); ++i) {
             T* const object = Items::at(i);
             if (&textOf(*object) == &name)
-                return m_names->index.insert(&name, object);
+                return m_names->index.insert({object, name.hash()});
         }
     }
 
@@ -267,16 +270,6 @@ private:
     {
         if (m_names && m_names->hasRepeats)
             m_names->dropIndex();
-    }
-
-    void noteNumber(std::string_view name) noexcept
-    {
-        try {
-            if (m_names->numbers)
-                m_names->numbers->add(name);
-        } catch (std::bad_alloc const&) {
-            m_names->numbers.reset();
-        }
     }
 
     bool m_hearsRenames = false;

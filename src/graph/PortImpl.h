@@ -38,10 +38,10 @@ struct Port::Impl final : Port {
     bool isStray = false;   // has an owner but stands in no list: the owner keeps a note of it
     bool hasValues = false; // some default values were set, be they none
     PortNotification* owner = nullptr;
+    AddRefWrapper<PortList::Entries> connections; // made with the first connection
     Port* parentPort = nullptr;
     PortList::Impl* home = nullptr; // the list of the owner or of the parent port; not owned
     AddRefWrapper<PortDataType> type;
-    AddRefWrapper<PortList::Entries> connections; // made with the first connection
     StringArray values;
     std::unique_ptr<Extras> extras;
 };

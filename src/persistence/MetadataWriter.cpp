@@ -78,7 +78,7 @@ String metadatasToText(PropertyList const& store)
 {
     ElementSink sink;
     writeMetadataStore(sink, store);
-    return String(sink.bytes().data(), sink.bytes().size());
+    return sink.takeText();
 }
 
 } // namespace TAV_marlo_v1

@@ -17,7 +17,7 @@ String writtenText(Write const& write)
     ElementSink sink;
     GraphWriter writer(sink);
     write(writer);
-    return String(sink.bytes().data(), sink.bytes().size());
+    return sink.takeText();
 }
 
 } // namespace
@@ -26,7 +26,7 @@ String Port::saveToString(PortFilterCallback* filter) const
 {
     ElementSink sink;
     PortWriter(sink).writePort(const_cast<Port&>(*this), filter);
-    return String(sink.bytes().data(), sink.bytes().size());
+    return sink.takeText();
 }
 
 String Node::saveToString(PortFilterCallback* filter) const

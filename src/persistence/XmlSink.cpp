@@ -50,7 +50,7 @@ void XmlSink::start(std::string_view name)
     beginLine();
     reserve(name.size() + 1);
     *m_cursor++ = '<';
-    m_open.push_back({static_cast<std::size_t>(m_cursor - m_begin.get()), name.size()});
+    m_open.push_back({static_cast<std::size_t>(m_cursor - m_buffer.data()), name.size()});
     appendRaw(name);
     m_startTagOpen = m_justStarted = true;
 }
@@ -103,7 +103,7 @@ void XmlSink::end()
         reserve(open.nameSize + 3); // first, as the name is read from the buffer itself
         *m_cursor++ = '<';
         *m_cursor++ = '/';
-        std::memcpy(m_cursor, m_begin.get() + open.nameOffset, open.nameSize);
+        std::memcpy(m_cursor, m_buffer.data() + open.nameOffset, open.nameSize);
         m_cursor += open.nameSize;
         *m_cursor++ = '>';
     }
@@ -179,14 +179,10 @@ void XmlSink::breakLine(std::size_t level)
 void XmlSink::grow(std::size_t more)
 {
     std::size_t const used = bytes().size();
-    std::size_t const capacity = static_cast<std::size_t>(m_limit - m_begin.get());
-    std::size_t const wanted = std::max({kFirstCapacity, 2 * capacity, used + more});
-    std::unique_ptr<char[]> larger(new char[wanted]);
-    if (used != 0)
-        std::memcpy(larger.get(), m_begin.get(), used);
-    m_begin = std::move(larger);
-    m_cursor = m_begin.get() + used;
-    m_limit = m_begin.get() + wanted;
+    std::size_t const capacity = static_cast<std::size_t>(m_limit - m_buffer.data());
+    m_buffer.reserve(std::max({kFirstCapacity, capacity + capacity / 2, used + more}));
+    m_cursor = m_buffer.data() + used;
+    m_limit = m_buffer.data() + m_buffer.capacity();
 }
 
 void XmlSink::appendRaw(std::string_view bytes)

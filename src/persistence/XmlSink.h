@@ -1,7 +1,8 @@
 #pragma once
 
+#include "foundation/TextBuffer.h"
+
 #include <cstddef>
-#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -39,8 +40,10 @@ public:
     /// What was written so far; lives until the next write.
     std::string_view bytes() const noexcept
     {
-        return {m_begin.get(), static_cast<std::size_t>(m_cursor - m_begin.get())};
+        return {m_buffer.data(), static_cast<std::size_t>(m_cursor - m_buffer.data())};
     }
+    /// The bytes as a text of its own, uncopied; the end of the writing.
+    String takeText() noexcept { return m_buffer.take(bytes().size()); }
 
 private:
     enum Place { InText, InAttribute };
@@ -69,7 +72,7 @@ private:
     template <Place place>
     void appendEscaped(std::string_view bytes);
 
-    std::unique_ptr<char[]> m_begin;
+    TextBuffer m_buffer;
     char* m_cursor = nullptr;
     char* m_limit = nullptr;
     std::vector<Open> m_open;
