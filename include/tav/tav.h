@@ -22,6 +22,7 @@
 #include <tav/Export.h>
 #include <tav/FanInPortFilter.h>
 #include <tav/Flaggable.h>
+#include <tav/GraphMemory.h>
 #include <tav/Host.h>
 #include <tav/HostEditor.h>
 #include <tav/HostEditorNotifier.h>

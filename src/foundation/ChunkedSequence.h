@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -20,6 +21,11 @@ template <class T>
 class ChunkedSequence {
 public:
     unsigned size() const noexcept { return m_size; }
+    std::size_t heapBytes() const noexcept
+    {
+        return m_chunks.size() * sizeof(Chunk) + m_chunks.capacity() * sizeof m_chunks[0]
+               + m_tree.capacity() * sizeof m_tree[0] + m_places.heapBytes();
+    }
 
     T* at(unsigned index) const noexcept
     {

@@ -43,6 +43,14 @@ public:
         return text ? find(text) : kNone;
     }
 
+    std::size_t heapBytes() const noexcept
+    {
+        std::size_t const own = m_records.capacity() > 1 ? static_cast<std::size_t>(m_records.capacity()) : 0;
+        // An entry of the index: the pair, the link to the next one, and its bucket.
+        std::size_t const indexed = m_index ? m_index->size() * (sizeof(typename Index::value_type) + 16) : 0;
+        return own * sizeof(Record) + indexed;
+    }
+
     void reserve(std::size_t count) { m_records.reserve(place(count)); }
 
     void append(SharedTextRef key, V value)

@@ -31,6 +31,12 @@ public:
 
     unsigned size() const noexcept { return m_size; }
     bool empty() const noexcept { return m_size == 0; }
+    std::size_t heapBytes() const noexcept
+    {
+        if (isChunked())
+            return sizeof *m_items.chunks + m_items.chunks->heapBytes();
+        return m_form == kInPlace ? 0 : capacity() * sizeof(T*);
+    }
 
     /// `index` must be below size().
     T* at(unsigned index) const noexcept { return isChunked() ? m_items.chunks->at(index) : array()[index]; }

@@ -24,6 +24,7 @@ template <class Entry>
 class ProbingTable {
 public:
     std::size_t size() const noexcept { return m_count; }
+    std::size_t heapBytes() const noexcept { return places() * sizeof(Entry); }
 
     void reserve(std::size_t count)
     {

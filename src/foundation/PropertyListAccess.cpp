@@ -26,9 +26,18 @@ unsigned PropertyListAccess::childCount(PropertyList const& list) noexcept
     return list.getNumberOfChildLists();
 }
 
-std::string_view PropertyListAccess::childName(PropertyList const& list, unsigned index) noexcept
+detail::SharedText const& PropertyListAccess::childText(PropertyList const& list, unsigned index) noexcept
 {
-    return (*list.m_impl->children)[index].key.view();
+    return *(*list.m_impl->children)[index].key;
+}
+
+std::size_t PropertyListAccess::heapBytes(PropertyList const& list) noexcept
+{
+    if (!list.m_impl)
+        return 0;
+    PropertyList::Impl const& record = *list.m_impl;
+    std::size_t const children = record.children ? sizeof *record.children + record.children->heapBytes() : 0;
+    return sizeof record + record.pairs.heapBytes() + children;
 }
 
 PropertyList const& PropertyListAccess::child(PropertyList const& list, unsigned index) noexcept

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/KeyedSequence.h"
+#include "foundation/SmallBlocks.h"
 
 #include <tav/PropertyList.h>
 
@@ -9,7 +10,7 @@
 namespace TAV_marlo_v1 {
 
 /// Most lists hold a pair or two and no child lists, so these take one pointer until there are some.
-struct PropertyList::Impl {
+struct PropertyList::Impl : detail::InSmallBlock {
     using Pairs = detail::KeyedSequence<StringArray>;
     // A child list stays where it is while others come and go: addChildList hands it out.
     using Children = detail::KeyedSequence<std::unique_ptr<PropertyList>>;

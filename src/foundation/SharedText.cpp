@@ -1,6 +1,7 @@
 #include "foundation/SharedText.h"
 
 #include "foundation/ProbingTable.h"
+#include "foundation/SmallBlocks.h"
 
 #include <cstddef>
 #include <cstring>
@@ -76,7 +77,7 @@ private:
 
     static SharedText const* create(std::string_view text, std::uint32_t hash)
     {
-        void* const block = ::operator new(sizeof(SharedText) + text.size() + 1);
+        void* const block = takeBlock(sizeof(SharedText) + text.size() + 1);
         auto* const created = new (block) SharedText(hash, static_cast<std::uint32_t>(text.size()));
         char* const chars = static_cast<char*>(block) + sizeof(SharedText);
         std::memcpy(chars, text.data(), text.size());
@@ -86,9 +87,7 @@ private:
 
     static void destroy(SharedText const& text) noexcept
     {
-        SharedText* const block = const_cast<SharedText*>(&text);
-        block->~SharedText();
-        ::operator delete(static_cast<void*>(block));
+        giveBlock(const_cast<SharedText*>(&text), sizeof(SharedText) + text.size() + 1);
     }
 
     ProbingTable<Entry> m_table;

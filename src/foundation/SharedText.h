@@ -36,6 +36,8 @@ public:
     /// How many hold this text; of no use for the empty text.
     std::uint32_t references() const noexcept { return m_references; }
 
+    std::size_t heapBytes() const noexcept { return m_size == 0 ? 0 : sizeof(SharedText) + m_size + 1; }
+
     char const* chars() const noexcept { return reinterpret_cast<char const*>(this) + sizeof(SharedText); }
     std::size_t size() const noexcept { return m_size; }
     std::string_view view() const noexcept { return {chars(), m_size}; }

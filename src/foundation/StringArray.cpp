@@ -1,5 +1,7 @@
 #include <tav/StringArray.h>
 
+#include "foundation/SmallBlocks.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
@@ -41,13 +43,13 @@ struct StringArray::Impl {
         room = (std::max(room, kSmallestRoom) + sizeof(Word) - 1) / sizeof(Word) * sizeof(Word);
         if (room > std::numeric_limits<Word>::max())
             throw std::bad_alloc();
-        return new (::operator new(sizeof(Impl) + room)) Impl{0, 0, static_cast<Word>(room)};
+        return new (detail::takeBlock(sizeof(Impl) + room)) Impl{0, 0, static_cast<Word>(room)};
     }
 
     static void destroy(Impl* impl) noexcept
     {
         if (impl != ofNone())
-            ::operator delete(static_cast<void*>(impl));
+            detail::giveBlock(impl, sizeof(Impl) + impl->room);
     }
 
     /// What an array that never held a text has instead of a block, and one that was moved from. It has no

@@ -28,6 +28,11 @@ public:
     using Items::indexOf;
     using Items::size;
 
+    std::size_t heapBytes() const noexcept
+    {
+        return Items::heapBytes() + (m_names ? sizeof *m_names + m_names->index.heapBytes() : 0);
+    }
+
     T* at(unsigned index) const noexcept { return index < size() ? Items::at(index) : nullptr; }
 
     /// Whether every renaming of an object in the list is reported; an index is kept only then.

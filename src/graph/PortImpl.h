@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/SmallBlocks.h"
 #include "graph/PortListImpl.h"
 
 #include <tav/PortDataType.h>
@@ -10,7 +11,7 @@
 namespace TAV_marlo_v1 {
 
 /// A port and its record in one block: a graph has several ports for each node.
-struct Port::Impl final : Port {
+struct Port::Impl final : Port, detail::InSmallBlock {
     /// What few ports have.
     struct Extras {
         PropertyList options;

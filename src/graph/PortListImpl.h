@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/SmallBlocks.h"
 #include "graph/NamedList.h"
 
 #include <tav/Compound.h>
@@ -19,7 +20,7 @@ namespace TAV_marlo_v1 {
 
 /// A list and its record in one block. As it stands, it is the list of a port's connections, of which a graph has
 /// more than of anything else: what only a list with an owner needs is not part of it.
-struct PortList::Entries : PortList {
+struct PortList::Entries : PortList, detail::InSmallBlock {
     PortIOType ioType : 8 = eInput;
     bool canHaveOwner = false;
     bool isOwnersOwn = false; // a list of a Node or Compound itself, which lets go of it when it dies

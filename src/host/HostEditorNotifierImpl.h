@@ -3,6 +3,7 @@
 #include <tav/HostEditor.h>
 #include <tav/HostEditorNotifier.h>
 
+#include "foundation/SmallBlocks.h"
 #include "host/ClientRegistry.h"
 #include "host/PostponedChange.h"
 
@@ -17,7 +18,7 @@ struct HostEditor::Record : detail::ClientMemberships<HostEditor> {
 
 /// Held by its notifier, by every delivery under way, and by the enclosing notifier while that one
 /// holds it back.
-struct HostEditorNotifier::Record {
+struct HostEditorNotifier::Record : detail::InSmallBlock {
     explicit Record(HostEditorNotifier& owner) noexcept
         : notifier(&owner)
     {

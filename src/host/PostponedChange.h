@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/SmallBlocks.h"
+
 #include <tav/Annotation.h>
 #include <tav/Compound.h>
 #include <tav/HostEditor.h>
@@ -14,7 +16,7 @@
 namespace TAV_marlo_v1 {
 
 /// One notification with its arguments, kept alive until every editor got it.
-class PostponedChange {
+class PostponedChange : public detail::InSmallBlock {
 public:
     virtual ~PostponedChange();
     virtual void execute(HostEditor* editor) const = 0;

@@ -130,6 +130,34 @@ TEST(ToolInfo, CountsEachThingOnce)
     EXPECT_EQ(files[1].toObject()["sticky_notes"].toInt(), 1);
 }
 
+TEST(ToolInfo, MemoryIsThatOfEachThingOnceAndGrowsWithIt)
+{
+    auto const memoryOf = [](QByteArray const& text) {
+        ToolRun const run = runTool({"info", "--json", "--memory", "-"}, text);
+        EXPECT_EQ(run.exitCode, 0) << run.err.constData();
+        return QJsonDocument::fromJson(run.out).array()[0].toObject()["memory"].toObject();
+    };
+    QByteArray const text = readBytes(exampleFile("graphs/nesting.xml"));
+    QJsonObject const memory = memoryOf(text);
+    auto const countOf = [&memory](char const* kind) { return memory[kind].toObject()["count"].toInt(); };
+    EXPECT_EQ(countOf("nodes"), 7); // the top and the inner compound, two IO nodes, three others
+    EXPECT_EQ(countOf("compounds"), 2);
+    EXPECT_EQ(countOf("connections"), 5);
+    qint64 sum = 0;
+    for (QString const& kind : memory.keys())
+        sum += memory[kind].toObject()["bytes"].toInt();
+    EXPECT_EQ(memory["bytes"].toInt(), sum);
+
+    QByteArray longer = text;
+    qsizetype const changed = text.count(" default_values=\"");
+    longer.replace(" default_values=\"", " default_values=\"" + QByteArray(1000, '7'));
+    QJsonObject const grown = memoryOf(longer);
+    EXPECT_EQ(grown["values"].toObject()["bytes"].toInt(),
+              memory["values"].toObject()["bytes"].toInt() + 1000 * changed);
+    EXPECT_EQ(grown["bytes"].toInt(), memory["bytes"].toInt() + 1000 * changed);
+    EXPECT_TRUE(runTool({"info", "--memory", "-"}, text).out.contains("connections            5"));
+}
+
 TEST(ToolInfo, AsTextAndWithoutLibraryNoTypeIsUnknown)
 {
     ToolRun const run = runTool({"info", "-"}, readBytes(exampleFile("graphs/broken.xml")));

@@ -4,12 +4,16 @@
 #include "GraphInput.h"
 #include "Terminal.h"
 
+#include <tav/GraphMemory.h>
+
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <array>
+#include <optional>
 
 using namespace TAV_marlo_v1;
 
@@ -21,6 +25,7 @@ struct InfoOptions {
     std::vector<std::string> files;
     std::vector<std::string> libraries;
     bool json = false;
+    bool memory = false;
 };
 
 struct FileInfo {
@@ -29,7 +34,44 @@ struct FileInfo {
     QStringList unknownTypes;
     qint64 errors = 0;
     qint64 warnings = 0;
+    std::optional<GraphMemory> memory;
 };
+
+struct NamedShare {
+    char const* name;
+    GraphMemory::Share share;
+};
+
+std::array<NamedShare, 8> sharesOf(GraphMemory const& memory)
+{
+    return {{{"nodes", memory.nodes},
+             {"compounds", memory.compounds},
+             {"ports", memory.ports},
+             {"connections", memory.connections},
+             {"values", memory.values},
+             {"metadata", memory.metadata},
+             {"annotations", memory.annotations},
+             {"texts", memory.texts}}};
+}
+
+QString asText(GraphMemory const& memory)
+{
+    QString text = "  memory             count          bytes   each\n";
+    for (auto const& [name, share] : sharesOf(memory)) {
+        QString const each = share.count > 0 ? QString::number(share.bytes / share.count) : QString();
+        text += QString("    %1%2%3%4\n").arg(name, -12).arg(share.count, 12).arg(share.bytes, 15).arg(each, 7);
+    }
+    return text + QString("    %1%2\n").arg("together", -24).arg(memory.totalBytes(), 15);
+}
+
+QJsonObject asJson(GraphMemory const& memory)
+{
+    QJsonObject object{{"bytes", static_cast<qint64>(memory.totalBytes())}};
+    for (auto const& [name, share] : sharesOf(memory))
+        object.insert(name, QJsonObject{{"count", static_cast<qint64>(share.count)},
+                                        {"bytes", static_cast<qint64>(share.bytes)}});
+    return object;
+}
 
 QString asText(FileInfo const& info, bool typesWereJudged)
 {
@@ -56,7 +98,7 @@ QString asText(FileInfo const& info, bool typesWereJudged)
         line("unknown types", info.unknownTypes.isEmpty() ? QString("none") : info.unknownTypes.join(", "));
     line("errors", QString::number(info.errors));
     line("warnings", QString::number(info.warnings));
-    return text;
+    return info.memory ? text + asText(*info.memory) : text;
 }
 
 QJsonObject asJson(FileInfo const& info, bool typesWereJudged)
@@ -67,6 +109,8 @@ QJsonObject asJson(FileInfo const& info, bool typesWereJudged)
         object.insert("unknown_types", QJsonArray::fromStringList(info.unknownTypes));
     object.insert("errors", info.errors);
     object.insert("warnings", info.warnings);
+    if (info.memory)
+        object.insert("memory", asJson(*info.memory));
     return object;
 }
 
@@ -89,8 +133,12 @@ ExitCode runInfo(InfoOptions const& options)
             continue;
         }
         CheckResult const check = checkGraph(input.bytes(), judgeTypes ? runtime.get() : nullptr);
-        FileInfo info{input.name(), countFacts(*document.getTopCompound()), check.unknownTypes.values(),
-                      countOf(check.problems, Severity::error), countOf(check.problems, Severity::warning)};
+        FileInfo info{input.name(),
+                      countFacts(*document.getTopCompound()),
+                      check.unknownTypes.values(),
+                      countOf(check.problems, Severity::error),
+                      countOf(check.problems, Severity::warning),
+                      options.memory ? std::optional(measureMemory(*document.getTopCompound())) : std::nullopt};
         info.unknownTypes.sort();
         objects.append(asJson(info, judgeTypes));
         text += asText(info, judgeTypes).toUtf8();
@@ -108,8 +156,10 @@ void addInfoCommand(CLI::App& app, ExitCode& outcome)
     command->add_option("--library", options->libraries, "A library file: node types it lacks are listed as unknown")
         ->allow_extra_args(false);
     command->add_flag("--json", options->json, "Writes a JSON array with one object a file");
+    command->add_flag("--memory", options->memory, "Also says what each graph takes in memory, by kind of object");
     command->footer("Examples:\n"
                     "  tav info scene.xml\n"
+                    "  tav info --memory scene.xml\n"
                     "  tav info --json --library nodes.library.xml scenes/*.xml\n"
                     "  tav info - < scene.xml");
     command->callback([options, &outcome] { outcome = runInfo(*options); });
