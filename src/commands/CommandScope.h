@@ -29,9 +29,13 @@ public:
     Container* container() const noexcept { return m_container.get(); }
     Scene scene() const noexcept { return {container(), nullptr}; }
 
+    /// For a part of a command, which always works within the bracket of the whole.
+    void leaveBracketToWhole() noexcept { m_isPart = true; }
     /// Holds back what editors hear until the command is done.
     ChangeBracket openBracket()
     {
+        if (m_isPart)
+            return ChangeBracket(nullptr);
         Container* const present = container();
         return present ? present->createChangeBracket(&m_client) : ChangeBracket(&m_client);
     }
@@ -39,6 +43,7 @@ public:
 private:
     ContainerLinkRef m_container;
     bool m_isSet = false;
+    bool m_isPart = false;
     ChangeBracketClient m_client;
 };
 

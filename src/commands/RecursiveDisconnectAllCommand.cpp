@@ -5,6 +5,9 @@
 
 #include <tav/PortList.h>
 
+#include <list>
+#include <vector>
+
 namespace TAV_marlo_v1 {
 
 struct RecursiveDisconnectAllCommand::Impl {
@@ -14,7 +17,7 @@ struct RecursiveDisconnectAllCommand::Impl {
     void begin(Container* container);
 
     bool includeReversePorts = false;
-    std::vector<detail::ConnectionRecord> records; // each disconnects one port
+    std::list<detail::ConnectionRecord> records; // each disconnects one port; they are too large to be moved about
     detail::CommandScope scope;
 };
 
@@ -98,7 +101,7 @@ bool RecursiveDisconnectAllCommand::Impl::disconnect(Port& port)
 bool RecursiveDisconnectAllCommand::Impl::disconnectOne(Port& port)
 {
     AddRefWrapper<Port> const kept(&port);
-    records.emplace_back();
+    records.emplace_back().leaveBracketToWhole();
     return records.back().actNow(scope.container(), kept, kept, detail::ConnectionOperation::eDisconnectAll, false);
 }
 
@@ -123,7 +126,7 @@ bool CommandAccess::undo(RecursiveDisconnectAllCommand& command, detail::Renamin
     if (!command.m_impl || !command.m_impl->scope.container())
         return false;
     ChangeBracket const bracket = command.m_impl->scope.openBracket();
-    std::vector<detail::ConnectionRecord>& records = command.m_impl->records;
+    std::list<detail::ConnectionRecord>& records = command.m_impl->records;
     bool isWhole = true;
     for (auto record = records.rbegin(); record != records.rend(); ++record)
         isWhole = record->undo(renamings) && isWhole;
