@@ -118,7 +118,7 @@ namespace {
 
 Port* portNamed(PortList const* list, std::string_view name)
 {
-    return list ? PortAccess::impl(*list).ports.find(name) : nullptr;
+    return list ? PortAccess::ports(*list).find(name) : nullptr;
 }
 
 } // namespace
@@ -176,7 +176,7 @@ Port* PortListAddress::lookUpParentPort(Scene const& scene) const
     Port* port = nullptr;
     m_parents.walk([&](std::string_view name, std::string_view) {
         port = portNamed(list, name);
-        list = port ? PortAccess::impl(*port).children.get() : nullptr;
+        list = port ? PortAccess::children(*port) : nullptr;
         return port != nullptr;
     });
     return port;
@@ -187,7 +187,7 @@ PortList* PortListAddress::lookUp(Scene const& scene) const
     if (m_parents.empty())
         return lookUpTop(scene);
     Port const* const parent = lookUpParentPort(scene);
-    return parent ? PortAccess::impl(*parent).children.get() : nullptr;
+    return parent ? PortAccess::children(*parent) : nullptr;
 }
 
 AddRefWrapper<PortList> PortListAddress::find(Scene const& scene) const

@@ -18,7 +18,7 @@ namespace {
 
 unsigned placeOf(Port const& other, Port const& port)
 {
-    return PortAccess::impl(port.connectedTo()).ports.indexOf(&other);
+    return PortAccess::connections(port).indexOf(&other);
 }
 
 class CutConnection final : public Edit {

@@ -183,7 +183,7 @@ bool ConnectionRecord::disconnectAll(Port& port)
     bool isWhole = true;
     std::vector<AddRefWrapper<Port>> others;
     others.reserve(port.connectedTo().size());
-    PortAccess::impl(port.connectedTo()).ports.forEach([&others](Port& other) { others.emplace_back(&other); });
+    PortAccess::connections(port).forEach([&others](Port& other) { others.emplace_back(&other); });
     for (AddRefWrapper<Port> const& other : others) {
         if (cutConnection(m_log, port, *other))
             removeWatchPointOf(*other);
@@ -250,7 +250,7 @@ void ConnectionRecord::noteEnds(Port const& output, Port const& input)
 void ConnectionRecord::noteConnections(Port const& port)
 {
     PropertyList& list = m_journal.addChildList("Connections");
-    PortAccess::impl(port.connectedTo()).ports.forEach([&list](Port const& other) {
+    PortAccess::connections(port).forEach([&list](Port const& other) {
         PropertyListAccess::appendPair(list, JournalKeys::instance().output, StringArray(pathOf(other).c_str()));
     });
 }

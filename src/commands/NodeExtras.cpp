@@ -1,5 +1,6 @@
 #include "commands/NodeExtras.h"
 
+#include "commands/PortState.h"
 #include "graph/AnnotationListImpl.h"
 #include "graph/CompoundImpl.h"
 #include "graph/NodeImpl.h"
@@ -94,13 +95,15 @@ void NodeExtras::notePorts(PortList const& list, PortPlace place, bool notesFlag
 
 void NodeExtras::notePort(Port const& port, PortPlace const& place, bool notesFlags)
 {
-    PortExtras extras{place, std::nullopt, WatchPointState::of(port), eNoPortFlags};
-    if (StringArray values; port.getPortDefaultValues(values) && mayGetLostInText(values))
-        extras.values = std::move(values);
-    if (notesFlags)
-        extras.flags = PortAccess::flags(port);
-    if (extras.values || extras.watchPoint || extras.flags != eNoPortFlags)
-        m_ports.push_back(std::move(extras));
+    std::optional<StringArray> storage;
+    StringArray const* const values = defaultValues(port, storage);
+    bool const notesValues = values && mayGetLostInText(*values);
+    std::optional<WatchPointState> watchPoint = WatchPointState::of(port);
+    PortFlags const flags = notesFlags ? PortAccess::flags(port) : eNoPortFlags;
+    if (notesValues || watchPoint || flags != eNoPortFlags) {
+        m_ports.push_back(
+            {place, notesValues ? std::optional<StringArray>(*values) : std::nullopt, std::move(watchPoint), flags});
+    }
     if (PortList const* const children = PortAccess::children(port))
         notePorts(*children, place, notesFlags);
 }
