@@ -14,8 +14,6 @@ namespace TAV_marlo_v1::detail {
 
 NameChain::NameChain(std::vector<SharedText const*> const& upwards)
 {
-    if (upwards.empty())
-        return;
     std::string names;
     for (auto name = upwards.rbegin(); name != upwards.rend(); ++name)
         names.append((*name)->view()).push_back('\0');
@@ -46,7 +44,8 @@ NodeAddress::NodeAddress(Node const& node)
         around.push_back(&NamedAccess::text(*step));
     if (!step)
         return;
-    m_around = NameChain(around);
+    if (!around.empty())
+        m_around = NameChain(around);
     m_name = SharedTextRef(NamedAccess::text(node));
     m_kind = Kind::Inside;
 }
@@ -132,7 +131,8 @@ PortListAddress::PortListAddress(Port const& port)
         parents.push_back(&NamedAccess::text(*parent));
         top = parent;
     }
-    m_parents = NameChain(parents);
+    if (!parents.empty())
+        m_parents = NameChain(parents);
     PortList::Impl const* const home = PortAccess::home(*top);
     if (!home)
         return;

@@ -77,7 +77,7 @@ bool ConnectionRecord::record(Container* container, AddRefWrapper<Port> const& a
         return false;
     bool const swapped = isSwapped(*a, operation);
     PortAddress output(swapped ? *b : *a);
-    PortAddress input(swapped ? *a : *b);
+    PortAddress input = a == b ? output : PortAddress(swapped ? *a : *b);
     m_scope.setContainerOnce(container);
     m_operation = operation;
     m_copyMetaData = copyMetaData;

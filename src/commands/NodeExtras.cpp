@@ -297,12 +297,14 @@ void NodeExtras::restoreAnnotationOrder(Compound& compound) const
 
 void NodeExtras::restoreMessages(Node& node) const
 {
+    AddRefWrapper<ErrorState> const errors = node.getErrorState();
+    if (!errors && m_messages.empty())
+        return;
     StringArray wanted, present;
     for (Message const& message : m_messages) {
         wanted.add(message.subject);
         wanted.add(message.text);
     }
-    AddRefWrapper<ErrorState> const errors = node.getErrorState();
     if (errors)
         errors->getMessages(eAnyMessage, present);
     if (present == wanted)
