@@ -164,9 +164,7 @@ void NodeExtras::noteAnnotationOrder(Compound const& compound)
 void NodeExtras::noteOrder(Compound const& compound, Port const& port)
 {
     ConnectionOrder order{endOf(compound, port), {}};
-    PortAccess::connections(port).forEach([&](Port const& other) {
-        order.others.push_back(endOf(compound, other));
-    });
+    PortAccess::connections(port).forEach([&](Port const& other) { order.others.push_back(endOf(compound, other)); });
     m_orders.push_back(std::move(order));
 }
 
