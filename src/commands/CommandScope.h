@@ -8,6 +8,8 @@
 #include <tav/Compound.h>
 #include <tav/Container.h>
 
+#include <optional>
+
 namespace TAV_marlo_v1::detail {
 
 /// The container that a command works in. A container that died leaves the command without one.
@@ -32,10 +34,10 @@ public:
     /// For a part of a command, which always works within the bracket of the whole.
     void leaveBracketToWhole() noexcept { m_isPart = true; }
     /// Holds back what editors hear until the command is done.
-    ChangeBracket openBracket()
+    std::optional<ChangeBracket> openBracket()
     {
         if (m_isPart)
-            return ChangeBracket(nullptr);
+            return std::nullopt;
         Container* const present = container();
         return present ? present->createChangeBracket(&m_client) : ChangeBracket(&m_client);
     }

@@ -117,7 +117,7 @@ void ConnectionRecord::beginRun()
 bool ConnectionRecord::run(AddRefWrapper<Port> const& output, AddRefWrapper<Port> const& input)
 {
     noteEnds(*output, *input);
-    ChangeBracket const bracket = m_scope.openBracket();
+    auto const bracket = m_scope.openBracket();
     bool const isDone = act(*output, *input);
     performSubCommands();
     return isDone;
@@ -287,7 +287,7 @@ bool ConnectionRecord::undo(Renamings const* renamings)
 {
     if (!m_scope.container())
         return false;
-    ChangeBracket const bracket = m_scope.openBracket();
+    auto const bracket = m_scope.openBracket();
     undoSubCommands(renamings);
     if (m_journal.empty())
         return false; // nothing was done

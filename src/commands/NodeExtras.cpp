@@ -77,23 +77,21 @@ NodeExtras::NodeExtras(Node const& node)
             }
         }
     }
-    notePorts(node.inputs(), {eInput, false, {}}, false);
-    notePorts(node.outputs(), {eOutput, false, {}}, false);
+    notePorts(node.inputs(), /*isInner=*/false, /*notesFlags=*/false);
+    notePorts(node.outputs(), /*isInner=*/false, /*notesFlags=*/false);
     if (AddRefWrapper<Compound> const compound = node.getAsCompound())
         noteCompound(*compound);
 }
 
-void NodeExtras::notePorts(PortList const& list, PortPlace place, bool notesFlags)
+void NodeExtras::notePorts(PortList const& list, bool isInner, bool notesFlags)
 {
-    place.indices.push_back(0);
     PortAccess::impl(list).ports.forEach([&](Port const& port) {
-        if (port.isCompoundInternalPort() == place.isInner) // an IO node shows ports that belong to its compound
-            notePort(port, place, notesFlags);
-        ++place.indices.back();
+        if (port.isCompoundInternalPort() == isInner) // an IO node shows ports that belong to its compound
+            notePort(port, notesFlags);
     });
 }
 
-void NodeExtras::notePort(Port const& port, PortPlace const& place, bool notesFlags)
+void NodeExtras::notePort(Port const& port, bool notesFlags)
 {
     std::optional<StringArray> storage;
     StringArray const* const values = defaultValues(port, storage);
@@ -101,11 +99,11 @@ void NodeExtras::notePort(Port const& port, PortPlace const& place, bool notesFl
     std::optional<WatchPointState> watchPoint = WatchPointState::of(port);
     PortFlags const flags = notesFlags ? PortAccess::flags(port) : eNoPortFlags;
     if (notesValues || watchPoint || flags != eNoPortFlags) {
-        m_ports.push_back(
-            {place, notesValues ? std::optional<StringArray>(*values) : std::nullopt, std::move(watchPoint), flags});
+        m_ports.push_back({placeOf(port), notesValues ? std::optional<StringArray>(*values) : std::nullopt,
+                           std::move(watchPoint), flags});
     }
     if (PortList const* const children = PortAccess::children(port))
-        notePorts(*children, place, notesFlags);
+        notePorts(*children, port.isCompoundInternalPort(), notesFlags);
 }
 
 void NodeExtras::noteCompound(Compound const& compound)
@@ -113,7 +111,7 @@ void NodeExtras::noteCompound(Compound const& compound)
     for (PortIOType const ioType : {eInput, eOutput}) {
         PortList const& list = ioType == eInput ? compound.innerOutputs() : compound.innerInputs();
         bool const isShown = !list.empty() && isShownByIONode(*list[0u]);
-        notePorts(list, {ioType, true, {}}, !isShown);
+        notePorts(list, /*isInner=*/true, !isShown);
         noteConnections(compound, list, true);
     }
     noteAnnotationOrder(compound);

@@ -43,7 +43,7 @@ bool RecursiveDisconnectAllCommand::disconnectAll(Container* container, AddRefWr
         return false;
     m_impl->begin(container);
     m_impl->includeReversePorts = includeReversePorts;
-    ChangeBracket const bracket = m_impl->scope.openBracket();
+    auto const bracket = m_impl->scope.openBracket();
     AddRefWrapper<Node> const kept(node);
     bool const inputsDone = m_impl->disconnect(kept->inputs());
     return m_impl->disconnect(kept->outputs()) && inputsDone;
@@ -56,7 +56,7 @@ bool RecursiveDisconnectAllCommand::disconnectAll(Container* container, AddRefWr
     if (!m_impl || !container || !port)
         return false;
     m_impl->begin(container);
-    ChangeBracket const bracket = m_impl->scope.openBracket();
+    auto const bracket = m_impl->scope.openBracket();
     AddRefWrapper<Port> const kept(port);
     return m_impl->disconnect(*kept);
 }
@@ -66,7 +66,7 @@ bool RecursiveDisconnectAllCommand::disconnectAll(Container* container, PortList
     if (!m_impl || !container)
         return false;
     m_impl->begin(container);
-    ChangeBracket const bracket = m_impl->scope.openBracket();
+    auto const bracket = m_impl->scope.openBracket();
     return m_impl->disconnect(ports);
 }
 
@@ -109,7 +109,7 @@ bool RecursiveDisconnectAllCommand::redo()
 {
     if (!m_impl || !m_impl->scope.container())
         return false;
-    ChangeBracket const bracket = m_impl->scope.openBracket();
+    auto const bracket = m_impl->scope.openBracket();
     bool isWhole = true;
     for (detail::ConnectionRecord& record : m_impl->records)
         isWhole = record.perform() && isWhole;
@@ -121,11 +121,16 @@ bool RecursiveDisconnectAllCommand::undo()
     return CommandAccess::undo(*this, nullptr);
 }
 
+void CommandAccess::leaveBracketToWhole(RecursiveDisconnectAllCommand& command)
+{
+    command.m_impl->scope.leaveBracketToWhole();
+}
+
 bool CommandAccess::undo(RecursiveDisconnectAllCommand& command, detail::Renamings const* renamings)
 {
     if (!command.m_impl || !command.m_impl->scope.container())
         return false;
-    ChangeBracket const bracket = command.m_impl->scope.openBracket();
+    auto const bracket = command.m_impl->scope.openBracket();
     std::list<detail::ConnectionRecord>& records = command.m_impl->records;
     bool isWhole = true;
     for (auto record = records.rbegin(); record != records.rend(); ++record)
