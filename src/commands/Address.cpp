@@ -1,26 +1,53 @@
 #include "commands/Address.h"
 
+#include "foundation/PathText.h"
 #include "graph/CompoundImpl.h"
 #include "graph/NodeImpl.h"
 #include "graph/PortImpl.h"
+#include "host/ContainerLink.h"
 
 #include <tav/Container.h>
 
-#include <algorithm>
-
 namespace TAV_marlo_v1::detail {
+
+// ---- names
+
+NameChain::NameChain(std::vector<SharedText const*> const& upwards)
+{
+    std::string names;
+    for (auto name = upwards.rbegin(); name != upwards.rend(); ++name)
+        names.append((*name)->view()).push_back('\0');
+    m_names = SharedTextRef(std::string_view(names));
+}
+
+NameChain NameChain::with(SharedText const& name) const
+{
+    std::string names(text());
+    names.append(name.view()).push_back('\0');
+    NameChain chain;
+    chain.m_names = SharedTextRef(std::string_view(names));
+    return chain;
+}
 
 // ---- nodes
 
 NodeAddress::NodeAddress(Node const& node)
 {
-    Node const* step = &node;
-    while (step && step->getParentCompound()) {
-        m_names.emplace_back(NamedAccess::text(*step));
-        step = CompoundAccess::owner(*step->getParentCompound());
+    Compound const* const compound = node.getParentCompound();
+    if (!compound) {
+        m_kind = Kind::Top;
+        return;
     }
-    std::reverse(m_names.begin(), m_names.end());
-    m_isValid = step != nullptr;
+    std::vector<SharedText const*> around;
+    Node const* step = CompoundAccess::owner(*compound);
+    for (; step && step->getParentCompound(); step = CompoundAccess::owner(*step->getParentCompound()))
+        around.push_back(&NamedAccess::text(*step));
+    if (!step)
+        return;
+    if (!around.empty())
+        m_around = NameChain(around);
+    m_name = SharedTextRef(NamedAccess::text(node));
+    m_kind = Kind::Inside;
 }
 
 NodeAddress::NodeAddress(Compound const& compound)
@@ -29,42 +56,83 @@ NodeAddress::NodeAddress(Compound const& compound)
         *this = NodeAddress(*owner);
 }
 
+NameChain NodeAddress::namesDown() const
+{
+    return m_kind == Kind::Inside ? m_around.with(*m_name) : NameChain();
+}
+
 NodeAddress NodeAddress::child(SharedTextRef const& name) const
 {
-    NodeAddress address = *this;
-    address.m_names.push_back(name);
+    NodeAddress address;
+    if (m_kind == Kind::Nowhere)
+        return address;
+    address.m_around = namesDown();
+    address.m_name = name;
+    address.m_kind = Kind::Inside;
     return address;
+}
+
+Node* NodeAddress::lookUp(Scene const& scene) const
+{
+    if (m_kind == Kind::Nowhere || !scene.container)
+        return nullptr;
+    Renamings const* const renamings = scene.renamings && !scene.renamings->empty() ? scene.renamings : nullptr;
+    Node* node = ContainerAccess::topNode(*scene.container);
+    auto const goDown = [&](std::string_view name, std::string_view around) {
+        Compound* const compound = node ? NodeAccess::impl(*node).owned.get() : nullptr;
+        std::string_view const present = renamings ? renamings->present(around, name) : name;
+        node = compound ? NodeAccess::impl(compound->nodes()).nodes.find(present) : nullptr;
+        return node != nullptr;
+    };
+    bool const isFound = m_kind == Kind::Top || (m_around.walk(goDown) && goDown(m_name.view(), m_around.text()));
+    return isFound ? node : nullptr;
 }
 
 AddRefWrapper<Node> NodeAddress::find(Scene const& scene) const
 {
-    if (!m_isValid || !scene.container)
-        return {};
-    bool const isRenamed = scene.renamings && !scene.renamings->empty();
-    AddRefWrapper<Node> node = scene.container->getTopNode();
-    for (std::size_t depth = 0; node && depth < m_names.size(); ++depth) {
-        SharedTextRef const& name = isRenamed ? scene.renamings->present(*this, depth) : m_names[depth];
-        Compound* const compound = NodeAccess::impl(*node).owned.get();
-        node = compound ? NodeAccess::impl(compound->nodes()).nodes.find(name.view()) : nullptr;
-    }
-    return node;
+    return AddRefWrapper<Node>(lookUp(scene));
+}
+
+void NodeAddress::appendPath(std::string& path) const
+{
+    auto const append = [&path](std::string_view name, std::string_view) {
+        path.append("/").append(name);
+        return true;
+    };
+    if (m_kind == Kind::Top)
+        path.append("/");
+    else if (m_around.walk(append))
+        append(m_name.view(), {});
 }
 
 AddRefWrapper<Compound> NodeAddress::findCompound(Scene const& scene) const
 {
-    AddRefWrapper<Node> const node = find(scene);
+    Node const* const node = lookUp(scene);
     return node ? node->getAsCompound() : AddRefWrapper<Compound>();
 }
 
 // ---- ports
 
+namespace {
+
+Port* portNamed(PortList const* list, std::string_view name)
+{
+    return list ? PortAccess::ports(*list).find(name) : nullptr;
+}
+
+} // namespace
+
 PortListAddress::PortListAddress(Port const& port)
     : m_ioType(port.getPortIOType())
 {
+    std::vector<SharedText const*> parents;
     Port const* top = &port;
-    for (; PortAccess::impl(*top).parentPort; top = PortAccess::impl(*top).parentPort)
-        m_parents.emplace_back(NamedAccess::text(*PortAccess::impl(*top).parentPort));
-    std::reverse(m_parents.begin(), m_parents.end());
+    while (Port const* const parent = PortAccess::impl(*top).parentPort) {
+        parents.push_back(&NamedAccess::text(*parent));
+        top = parent;
+    }
+    if (!parents.empty())
+        m_parents = NameChain(parents);
     PortList::Impl const* const home = PortAccess::home(*top);
     if (!home)
         return;
@@ -85,40 +153,52 @@ PortListAddress::PortListAddress(Node const& node, PortIOType ioType)
 PortListAddress PortListAddress::childrenOf(Port const& parent)
 {
     PortListAddress address(parent);
-    address.m_parents.emplace_back(NamedAccess::text(parent));
+    address.m_parents = address.m_parents.with(NamedAccess::text(parent));
     return address;
 }
 
-AddRefWrapper<PortList> PortListAddress::findTop(Scene const& scene) const
+PortList* PortListAddress::lookUpTop(Scene const& scene) const
 {
-    AddRefWrapper<Node> const node = m_node.find(scene);
+    Node* const node = m_node.lookUp(scene);
     if (!node)
-        return {};
+        return nullptr;
     if (!m_isInner)
-        return AddRefWrapper<PortList>(m_ioType == eInput ? &node->inputs() : &node->outputs());
-    AddRefWrapper<Compound> const compound = node->getAsCompound();
+        return m_ioType == eInput ? &node->inputs() : &node->outputs();
+    Compound* const compound = NodeAccess::impl(*node).owned.get();
     if (!compound)
-        return {};
-    return AddRefWrapper<PortList>(m_ioType == eInput ? &compound->innerOutputs() : &compound->innerInputs());
+        return nullptr;
+    return m_ioType == eInput ? &compound->innerOutputs() : &compound->innerInputs();
 }
 
-AddRefWrapper<Port> PortListAddress::findParentPort(Scene const& scene) const
+Port* PortListAddress::lookUpParentPort(Scene const& scene) const
 {
-    AddRefWrapper<PortList> list = findTop(scene);
-    AddRefWrapper<Port> port;
-    for (SharedTextRef const& name : m_parents) {
-        port = list ? (*list)[name.chars()] : AddRefWrapper<Port>();
-        list = port ? port->children() : AddRefWrapper<PortList>();
-    }
+    PortList const* list = lookUpTop(scene);
+    Port* port = nullptr;
+    m_parents.walk([&](std::string_view name, std::string_view) {
+        port = portNamed(list, name);
+        list = port ? PortAccess::children(*port) : nullptr;
+        return port != nullptr;
+    });
     return port;
+}
+
+PortList* PortListAddress::lookUp(Scene const& scene) const
+{
+    if (m_parents.empty())
+        return lookUpTop(scene);
+    Port const* const parent = lookUpParentPort(scene);
+    return parent ? PortAccess::children(*parent) : nullptr;
 }
 
 AddRefWrapper<PortList> PortListAddress::find(Scene const& scene) const
 {
-    if (m_parents.empty())
-        return findTop(scene);
-    AddRefWrapper<Port> const parent = findParentPort(scene);
-    return parent ? parent->createChildrenList() : AddRefWrapper<PortList>();
+    Port* const parent = m_parents.empty() ? nullptr : lookUpParentPort(scene);
+    return parent ? parent->createChildrenList() : AddRefWrapper<PortList>(lookUp(scene));
+}
+
+AddRefWrapper<Port> PortListAddress::findParentPort(Scene const& scene) const
+{
+    return AddRefWrapper<Port>(lookUpParentPort(scene));
 }
 
 PortAddress::PortAddress(Port const& port)
@@ -129,34 +209,45 @@ PortAddress::PortAddress(Port const& port)
 
 AddRefWrapper<Port> PortAddress::find(Scene const& scene) const
 {
-    if (m_list.m_parents.empty()) {
-        AddRefWrapper<PortList> const list = m_list.findTop(scene);
-        return list ? (*list)[m_name.chars()] : AddRefWrapper<Port>();
-    }
-    AddRefWrapper<Port> const parent = m_list.findParentPort(scene);
-    AddRefWrapper<PortList> const list = parent ? parent->children() : AddRefWrapper<PortList>();
-    return list ? (*list)[m_name.chars()] : AddRefWrapper<Port>();
+    return AddRefWrapper<Port>(portNamed(m_list.lookUp(scene), m_name.view()));
+}
+
+std::string PortAddress::path() const
+{
+    std::string path;
+    if (m_list.m_node.m_kind == NodeAddress::Kind::Nowhere)
+        return path;
+    std::string ownName;
+    m_list.m_parents.walk([&ownName](std::string_view name, std::string_view) {
+        appendToPath(ownName, '.', name);
+        return true;
+    });
+    appendToPath(ownName, '.', m_name.view());
+    m_list.m_node.appendPath(path);
+    appendToPath(path, '.', ownName);
+    return path;
 }
 
 // ---- renamings
 
-std::string Renamings::keyOf(NodeAddress const& address, std::size_t depth, SharedText const& name)
+namespace {
+
+std::string keyOf(std::string_view around, std::string_view name)
 {
-    std::string key;
-    for (std::size_t i = 0; i < depth; ++i)
-        key.append(address.m_names[i].view()).push_back('\0');
-    return key.append(name.view());
+    return std::string(around).append(name);
 }
+
+} // namespace
 
 void Renamings::add(NodeAddress const& compound, SharedTextRef const& former, SharedTextRef const& present)
 {
-    std::size_t const depth = compound.m_names.size();
-    std::string const from = keyOf(compound, depth, *former);
+    NameChain const around = compound.namesDown();
+    std::string const from = keyOf(around.text(), former.view());
     auto const earlier = m_noted.find(from);
     std::string const noted = earlier == m_noted.end() ? from : earlier->second;
     if (earlier != m_noted.end())
         m_noted.erase(earlier);
-    m_noted[keyOf(compound, depth, *present)] = noted;
+    m_noted[keyOf(around.text(), present.view())] = noted;
     m_present[noted] = present;
 }
 
@@ -164,13 +255,13 @@ void Renamings::replace(NodeAddress const& compound, SharedTextRef const& noted,
 {
     if (m_present.empty() && noted == present)
         return;
-    m_present[keyOf(compound, compound.m_names.size(), *noted)] = present;
+    m_present[keyOf(compound.namesDown().text(), noted.view())] = present;
 }
 
-SharedTextRef const& Renamings::present(NodeAddress const& node, std::size_t depth) const
+std::string_view Renamings::present(std::string_view around, std::string_view name) const
 {
-    auto const found = m_present.find(keyOf(node, depth, *node.m_names[depth]));
-    return found == m_present.end() ? node.m_names[depth] : found->second;
+    auto const found = m_present.find(keyOf(around, name));
+    return found == m_present.end() ? name : found->second.view();
 }
 
 } // namespace TAV_marlo_v1::detail

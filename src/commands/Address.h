@@ -6,6 +6,7 @@
 #include <tav/Types.h>
 
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -28,8 +29,39 @@ struct Scene {
     Renamings const* renamings = nullptr;
 };
 
-/// A node by the names on the way down from the top node. A path in one text would do but for names
-/// that hold "/".
+/// The names of what is passed on a way down. All that have the same way share one text, and a short way
+/// costs nothing: most addresses are those of nodes in the top graph and of ports without parent port.
+class NameChain {
+public:
+    /// No names.
+    NameChain() = default;
+    /// From the innermost name to the outermost.
+    explicit NameChain(std::vector<SharedText const*> const& upwards);
+
+    NameChain with(SharedText const& name) const;
+    bool empty() const noexcept { return m_names.empty(); }
+    std::string_view text() const noexcept { return m_names.view(); }
+
+    /// Calls `step(name, above)` from the outermost name on, with the text of the names above it, until
+    /// one answers false. @return whether none did
+    template <class Step>
+    bool walk(Step&& step) const
+    {
+        std::string_view const all = m_names.view();
+        for (std::size_t begin = 0; begin < all.size();) {
+            std::size_t const end = all.find('\0', begin);
+            if (!step(all.substr(begin, end - begin), all.substr(0, begin)))
+                return false;
+            begin = end + 1;
+        }
+        return true;
+    }
+
+private:
+    SharedTextRef m_names; // outermost first, each closed by a NUL, which no name holds
+};
+
+/// A node by the names on the way down from the top node. A path would do but for names that hold "/".
 class NodeAddress {
 public:
     NodeAddress() = default;
@@ -43,9 +75,24 @@ public:
     NodeAddress child(SharedTextRef const& name) const;
 
 private:
+    friend class PortAddress;
+    friend class PortListAddress;
     friend class Renamings;
-    std::vector<SharedTextRef> m_names; // outermost first, without the top node's
-    bool m_isValid = false;             // the way up ended at a top node
+
+    enum class Kind : unsigned char {
+        Nowhere, ///< the way up did not end at a top node
+        Top,     ///< the top node
+        Inside   ///< a node below it
+    };
+
+    Node* lookUp(Scene const& scene) const;
+    void appendPath(std::string& path) const;
+    /// The names of this node and of those around it.
+    NameChain namesDown() const;
+
+    NameChain m_around; // the nodes around it, without the top node
+    SharedTextRef m_name;
+    Kind m_kind = Kind::Nowhere;
 };
 
 /// The list that a port stands in: of a node, of a compound seen from inside, or of a port.
@@ -65,11 +112,14 @@ public:
 
 private:
     friend class PortAddress;
-    AddRefWrapper<PortList> findTop(Scene const& scene) const;
+    PortList* lookUpTop(Scene const& scene) const;
+    /// As find, but a port without child list gets none.
+    PortList* lookUp(Scene const& scene) const;
+    Port* lookUpParentPort(Scene const& scene) const;
 
     NodeAddress m_node;
-    std::vector<SharedTextRef> m_parents; // the ports above, outermost first
-    PortIOType m_ioType = eInput;         // of the ports in the list
+    NameChain m_parents;          // the ports above
+    PortIOType m_ioType = eInput; // of the ports in the list
     bool m_isInner = false;
 };
 
@@ -81,6 +131,8 @@ public:
 
     /// Empty when the names lead nowhere.
     AddRefWrapper<Port> find(Scene const& scene) const;
+    /// What Port::getFullPathName answers where nobody overrides it; empty for an invalid address.
+    std::string path() const;
 
 private:
     PortListAddress m_list;
@@ -95,11 +147,11 @@ public:
     /// What was noted under that name is now found under this one.
     void replace(NodeAddress const& compound, SharedTextRef const& noted, SharedTextRef const& present);
     bool empty() const noexcept { return m_present.empty(); }
-    SharedTextRef const& present(NodeAddress const& node, std::size_t depth) const;
+    /// @param around the names of the nodes around it, as they were noted
+    std::string_view present(std::string_view around, std::string_view name) const;
 
 private:
-    static std::string keyOf(NodeAddress const& address, std::size_t depth, SharedText const& name);
-
+    // The addresses are texts as in a NameChain, without the last NUL.
     std::unordered_map<std::string, SharedTextRef> m_present; // by the address as it was noted
     std::unordered_map<std::string, std::string> m_noted;     // the way back: present address to noted one
 };

@@ -8,6 +8,8 @@
 #include <tav/Compound.h>
 #include <tav/Container.h>
 
+#include <optional>
+
 namespace TAV_marlo_v1::detail {
 
 /// The container that a command works in. A container that died leaves the command without one.
@@ -29,9 +31,13 @@ public:
     Container* container() const noexcept { return m_container.get(); }
     Scene scene() const noexcept { return {container(), nullptr}; }
 
+    /// For a part of a command, which always works within the bracket of the whole.
+    void leaveBracketToWhole() noexcept { m_isPart = true; }
     /// Holds back what editors hear until the command is done.
-    ChangeBracket openBracket()
+    std::optional<ChangeBracket> openBracket()
     {
+        if (m_isPart)
+            return std::nullopt;
         Container* const present = container();
         return present ? present->createChangeBracket(&m_client) : ChangeBracket(&m_client);
     }
@@ -39,6 +45,7 @@ public:
 private:
     ContainerLinkRef m_container;
     bool m_isSet = false;
+    bool m_isPart = false;
     ChangeBracketClient m_client;
 };
 

@@ -53,7 +53,7 @@ bool ConnectNodesCommand::doit()
 {
     if (!m_impl || m_impl->pairs.empty() || !m_impl->scope.container())
         return false;
-    ChangeBracket const bracket = m_impl->scope.openBracket();
+    auto const bracket = m_impl->scope.openBracket();
     for (Impl::Pair& pair : m_impl->pairs)
         pair.isDone = false;
     bool isWhole = true;
@@ -91,7 +91,7 @@ bool CommandAccess::undo(ConnectNodesCommand& command, detail::Renamings const* 
 {
     if (!command.m_impl || command.m_impl->pairs.empty() || !command.m_impl->scope.container())
         return false;
-    ChangeBracket const bracket = command.m_impl->scope.openBracket();
+    auto const bracket = command.m_impl->scope.openBracket();
     std::vector<ConnectNodesCommand::Impl::Pair>& pairs = command.m_impl->pairs;
     bool isWhole = true;
     for (auto pair = pairs.rbegin(); pair != pairs.rend(); ++pair)

@@ -18,15 +18,15 @@ namespace {
 
 unsigned placeOf(Port const& other, Port const& port)
 {
-    return port.connectedTo().findPort(AddRefWrapper<Port>(const_cast<Port*>(&other)));
+    return PortAccess::connections(port).indexOf(&other);
 }
 
 class CutConnection final : public Edit {
 public:
-    CutConnection(Port& a, Port& b)
+    CutConnection(Port& a, Port& b, unsigned placeInA)
         : m_a(a)
         , m_b(b)
-        , m_placeInA(placeOf(b, a))
+        , m_placeInA(placeInA)
         , m_placeInB(placeOf(a, b))
         , m_countBefore(a.connectedTo().size())
     {
@@ -118,9 +118,10 @@ bool cutConnection(EditLog& log, Port& a, Port& b)
 {
     AddRefWrapper<Port> const first(&a);
     AddRefWrapper<Port> const second(&b);
-    if (placeOf(b, a) == kNotFound)
+    unsigned const placeInA = placeOf(b, a);
+    if (placeInA == kNotFound)
         return a.removeConnection(second); // nothing to cut, but the owner is asked and told all the same
-    return log.change(std::make_unique<CutConnection>(a, b), [&] { return a.removeConnection(second); });
+    return log.change(std::make_unique<CutConnection>(a, b, placeInA), [&] { return a.removeConnection(second); });
 }
 
 bool cutConnectionsBelow(EditLog& log, Port& port)

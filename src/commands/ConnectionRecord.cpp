@@ -5,18 +5,39 @@
 #include "foundation/PropertyListAccess.h"
 #include "graph/PortImpl.h"
 
+#include <tav/Node.h>
 #include <tav/PortDataType.h>
 #include <tav/PortList.h>
 #include <tav/WatchPoint.h>
+
+#include <string>
+#include <typeinfo>
+#include <utility>
 
 namespace TAV_marlo_v1::detail {
 
 namespace {
 
-String pathOf(Port const& port)
+/// Port::getFullPathName, which makes a shared name of each step: only an owner of a class of its own,
+/// which may call itself otherwise, is asked.
+std::string pathOf(Port const& port)
 {
-    return port.getFullPathName().getName();
+    Node const* const node = PortAccess::asNode(port.getParent());
+    std::string path = node && typeid(*node) == typeid(Node) ? PortAddress(port).path() : std::string();
+    return path.empty() ? port.getFullPathName().getName() : path;
 }
+
+/// Keys of the journal, which are kept so that an entry need not look for its text.
+struct JournalKeys {
+    SharedTextRef const output{"Output"};
+    SharedTextRef const input{"Input"};
+
+    static JournalKeys const& instance()
+    {
+        static JournalKeys const keys;
+        return keys;
+    }
+};
 
 /// Sets the flag for its own lifetime, unless the port has it already.
 class FlagDuring {
@@ -56,7 +77,7 @@ bool ConnectionRecord::record(Container* container, AddRefWrapper<Port> const& a
         return false;
     bool const swapped = isSwapped(*a, operation);
     PortAddress output(swapped ? *b : *a);
-    PortAddress input(swapped ? *a : *b);
+    PortAddress input = a == b ? output : PortAddress(swapped ? *a : *b);
     m_scope.setContainerOnce(container);
     m_operation = operation;
     m_copyMetaData = copyMetaData;
@@ -95,10 +116,8 @@ void ConnectionRecord::beginRun()
 
 bool ConnectionRecord::run(AddRefWrapper<Port> const& output, AddRefWrapper<Port> const& input)
 {
-    m_journal.addStringPair("Output", pathOf(*output).toChar());
-    m_journal.addStringPair("Input", pathOf(*input).toChar());
-
-    ChangeBracket const bracket = m_scope.openBracket();
+    noteEnds(*output, *input);
+    auto const bracket = m_scope.openBracket();
     bool const isDone = act(*output, *input);
     performSubCommands();
     return isDone;
@@ -163,8 +182,8 @@ bool ConnectionRecord::disconnectAll(Port& port)
     noteConnections(port);
     bool isWhole = true;
     std::vector<AddRefWrapper<Port>> others;
-    for (AddRefWrapper<Port> const& other : port.connectedTo())
-        others.push_back(other);
+    others.reserve(port.connectedTo().size());
+    PortAccess::connections(port).forEach([&others](Port& other) { others.emplace_back(&other); });
     for (AddRefWrapper<Port> const& other : others) {
         if (cutConnection(m_log, port, *other))
             removeWatchPointOf(*other);
@@ -219,11 +238,21 @@ void ConnectionRecord::performSubCommands()
 
 // ---- journal
 
+void ConnectionRecord::noteEnds(Port const& output, Port const& input)
+{
+    JournalKeys const& keys = JournalKeys::instance();
+    StringArray inputPath(pathOf(input).c_str());
+    PropertyListAccess::appendPair(m_journal, keys.output,
+                                   &output == &input ? inputPath : StringArray(pathOf(output).c_str()));
+    PropertyListAccess::appendPair(m_journal, keys.input, std::move(inputPath));
+}
+
 void ConnectionRecord::noteConnections(Port const& port)
 {
     PropertyList& list = m_journal.addChildList("Connections");
-    for (AddRefWrapper<Port> const& other : port.connectedTo())
-        PropertyListAccess::appendPair(list, "Output", StringArray(pathOf(*other).toChar()));
+    PortAccess::connections(port).forEach([&list](Port const& other) {
+        PropertyListAccess::appendPair(list, JournalKeys::instance().output, StringArray(pathOf(other).c_str()));
+    });
 }
 
 void ConnectionRecord::noteDataType(Port const& port)
@@ -231,7 +260,7 @@ void ConnectionRecord::noteDataType(Port const& port)
     if (!port.isCompoundInternalPort())
         return;
     AddRefWrapper<PortDataType> const type = port.getDataType();
-    m_journal.addChildList("OldPortType").addStringPair(pathOf(port).toChar(), type ? type->getName() : "");
+    m_journal.addChildList("OldPortType").addStringPair(pathOf(port).c_str(), type ? type->getName() : "");
 }
 
 void ConnectionRecord::noteMetadata(Port const& input)
@@ -258,7 +287,7 @@ bool ConnectionRecord::undo(Renamings const* renamings)
 {
     if (!m_scope.container())
         return false;
-    ChangeBracket const bracket = m_scope.openBracket();
+    auto const bracket = m_scope.openBracket();
     undoSubCommands(renamings);
     if (m_journal.empty())
         return false; // nothing was done

@@ -19,6 +19,9 @@ enum class ConnectionOperation : std::uint32_t { eConnect = 0, eDisconnect = 1, 
 /// NewConnectCommand and RecursiveDisconnectAllCommand.
 class ConnectionRecord {
 public:
+    /// The record is a part of a command, which has its bracket open whenever it calls.
+    void leaveBracketToWhole() noexcept { m_scope.leaveBracketToWhole(); }
+
     /// Notes the operation without doing it. @return false, with nothing noted, for a missing argument
     bool record(Container* container, AddRefWrapper<Port> const& a, AddRefWrapper<Port> const& b,
                 ConnectionOperation operation, bool copyMetaData);
@@ -46,6 +49,7 @@ private:
     void removeWatchPointOf(Port& port);
     void adoptDataType(Port& port, Port const& other);
 
+    void noteEnds(Port const& output, Port const& input);
     void noteConnections(Port const& port);
     void noteDataType(Port const& port);
     void noteMetadata(Port const& input);

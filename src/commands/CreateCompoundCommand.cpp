@@ -249,7 +249,7 @@ bool CreateCompoundCommand::doit()
     if (!canGroup(*parent, selection))
         return false;
 
-    ChangeBracket const bracket = m_impl->target.scope().openBracket();
+    auto const bracket = m_impl->target.scope().openBracket();
     char const* const name = m_impl->compoundName.empty() ? "compound" : m_impl->compoundName.toChar();
     AddRefWrapper<Compound> const compound =
         Grouping(m_impl->log, *parent, selection).run(name, m_impl->target.scope().scene());
@@ -268,7 +268,7 @@ bool CreateCompoundCommand::undo()
 {
     if (!m_impl || !m_impl->target.scope().container() || m_impl->log.empty())
         return false;
-    ChangeBracket const bracket = m_impl->target.scope().openBracket();
+    auto const bracket = m_impl->target.scope().openBracket();
     m_impl->createdName = "";
     return m_impl->log.takeBack(m_impl->target.scope().scene());
 }

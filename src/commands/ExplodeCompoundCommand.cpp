@@ -175,7 +175,7 @@ bool ExplodeCompoundCommand::doit()
     AddRefWrapper<Compound> const parent = m_impl->target.findCompound();
     if (!parent)
         return false;
-    ChangeBracket const bracket = m_impl->target.scope().openBracket();
+    auto const bracket = m_impl->target.scope().openBracket();
     bool isWhole = true;
     for (char const* const name : m_impl->compoundNames) {
         AddRefWrapper<Node> const node = parent->nodes()[name];
@@ -256,7 +256,7 @@ bool ExplodeCompoundCommand::undo()
 {
     if (!m_impl || !m_impl->target.scope().container() || m_impl->log.empty())
         return false;
-    ChangeBracket const bracket = m_impl->target.scope().openBracket();
+    auto const bracket = m_impl->target.scope().openBracket();
     m_impl->createdNodeNames.clear();
     m_impl->createdAnnotationNames.clear();
     return m_impl->log.takeBack(m_impl->target.scope().scene());

@@ -179,7 +179,7 @@ bool MetadataCommand::doit()
     Target const target = m_impl->find();
     if (!target.metadata)
         return false;
-    ChangeBracket const bracket = m_impl->target.scope().openBracket();
+    auto const bracket = m_impl->target.scope().openBracket();
     m_impl->before = target.metadata->getPropertyList();
     bool isWhole = true;
     for (Record const& record : m_impl->records)
@@ -199,7 +199,7 @@ void MetadataCommand::undo()
     Target const target = m_impl->find();
     if (!target.metadata)
         return;
-    ChangeBracket const bracket = m_impl->target.scope().openBracket();
+    auto const bracket = m_impl->target.scope().openBracket();
     if (target.metadata->getPropertyList() != *m_impl->before)
         target.metadata->setFromPropertyList(*m_impl->before);
     m_impl->before.reset();

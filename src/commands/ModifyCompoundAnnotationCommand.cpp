@@ -101,7 +101,7 @@ bool ModifyCompoundAnnotationCommand::doit()
     AddRefWrapper<Compound> const compound = m_impl->target.findCompound();
     if (!compound)
         return false;
-    ChangeBracket const bracket = m_impl->target.scope().openBracket();
+    auto const bracket = m_impl->target.scope().openBracket();
     bool isWhole = true;
     for (Impl::Record const& record : m_impl->records)
         isWhole = m_impl->perform(*compound, record) && isWhole;
@@ -143,7 +143,7 @@ void ModifyCompoundAnnotationCommand::undo()
 {
     if (!m_impl)
         return;
-    ChangeBracket const bracket = m_impl->target.scope().openBracket();
+    auto const bracket = m_impl->target.scope().openBracket();
     m_impl->log.takeBack(m_impl->target.scope().scene());
     m_impl->createdNames.clear();
 }

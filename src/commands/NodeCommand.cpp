@@ -140,7 +140,7 @@ bool NodeCommand::doit()
     if (!m_impl || m_impl->empty() || !m_impl->scope.container())
         return false;
     m_impl->forgetLastRun();
-    ChangeBracket const bracket = m_impl->scope.openBracket();
+    auto const bracket = m_impl->scope.openBracket();
 
     // Removals first: a creation below may want a name that a removal frees.
     std::size_t removedCount = 0;
@@ -183,6 +183,7 @@ bool NodeCommand::Impl::remove(RemoveRecord& record)
         return false;
     // Kept whatever follows: what it cut is made again also when the removal is refused.
     record.disconnectCommand = std::make_unique<RecursiveDisconnectAllCommand>();
+    CommandAccess::leaveBracketToWhole(*record.disconnectCommand);
     record.disconnectCommand->disconnectAll(scope.container(), node, /*includeReversePorts=*/node->testFlag(eAnyIO));
     record.removed.emplace(*node);
     try {
@@ -255,7 +256,7 @@ bool NodeCommand::undo()
 {
     if (!m_impl || m_impl->empty() || !m_impl->scope.container())
         return false;
-    ChangeBracket const bracket = m_impl->scope.openBracket();
+    auto const bracket = m_impl->scope.openBracket();
     m_impl->createdNodeNames.clear();
     // Renames are undone last, in the order of recording: until then what was noted before them is
     // found under the present names.

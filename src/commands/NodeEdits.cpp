@@ -14,10 +14,15 @@ RemovedNode::RemovedNode(Node const& node)
     : m_compound(*node.getParentCompound())
     , m_index(node.getParentCompound()->nodes().findNode(AddRefWrapper<Node>(const_cast<Node*>(&node))))
     , m_isSavedAsCompound(node.isCompound() && !node.getAsCompound()->isReferenced())
-    , m_text(m_isSavedAsCompound ? node.getAsCompound()->saveToString(nullptr) : node.saveToString(nullptr))
     , m_extras(node)
     , m_connections(node)
 {
+    if (NodeState::suffices(node))
+        m_state.emplace(node);
+    else if (m_isSavedAsCompound)
+        m_text = node.getAsCompound()->saveToString(nullptr);
+    else
+        m_text = node.saveToString(nullptr);
     if (node.testFlag(eAnyIO))
         noteShownPorts(node);
 }
@@ -65,14 +70,7 @@ AddRefWrapper<Node> RemovedNode::restore(Scene const& scene) const
     if (!compound)
         return {};
     restoreShownPorts(*compound);
-    String errors;
-    AddRefWrapper<Node> node;
-    if (m_isSavedAsCompound) {
-        AddRefWrapper<Compound> const inside = compound->createNewCompoundFromString(m_text.toChar(), errors);
-        node = inside ? inside->getAsNode() : AddRefWrapper<Node>();
-    } else {
-        node = compound->createNodeFromString(m_text.toChar(), errors);
-    }
+    AddRefWrapper<Node> const node = add(*compound);
     if (!node)
         return {};
     NodeAccess::place(compound->nodes(), *node, m_index);
@@ -80,6 +78,17 @@ AddRefWrapper<Node> RemovedNode::restore(Scene const& scene) const
         CompoundAccess::takeOverPresentation(*compound, *node);
     m_extras.restore(*node);
     return node;
+}
+
+AddRefWrapper<Node> RemovedNode::add(Compound& compound) const
+{
+    if (m_state)
+        return m_state->restoreInto(compound);
+    String errors;
+    if (!m_isSavedAsCompound)
+        return compound.createNodeFromString(m_text->toChar(), errors);
+    AddRefWrapper<Compound> const inside = compound.createNewCompoundFromString(m_text->toChar(), errors);
+    return inside ? inside->getAsNode() : AddRefWrapper<Node>();
 }
 
 // ---- a created node

@@ -3,6 +3,7 @@
 #include "commands/ConnectionEdits.h"
 #include "commands/EditLog.h"
 #include "commands/NodeExtras.h"
+#include "commands/NodeState.h"
 #include "commands/PortState.h"
 
 #include <tav/Compound.h>
@@ -31,13 +32,15 @@ private:
         PortState outside, inside;
     };
 
+    AddRefWrapper<Node> add(Compound& compound) const;
     void noteShownPorts(Node const& node);
     void restoreShownPorts(Compound& compound) const;
 
     NodeAddress m_compound;
     unsigned m_index;
-    bool m_isSavedAsCompound; // otherwise as a node, which a referenced compound is too
-    String m_text;
+    std::optional<NodeState> m_state; // for a node that this suffices for; any other is saved as text
+    bool m_isSavedAsCompound;         // otherwise as a node, which a referenced compound is too
+    std::optional<String> m_text;
     NodeExtras m_extras;
     LostConnections m_connections;
     // Of an IO node: the compound ports that it shows, which go with it.

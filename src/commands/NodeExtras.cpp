@@ -1,5 +1,6 @@
 #include "commands/NodeExtras.h"
 
+#include "commands/PortState.h"
 #include "graph/AnnotationListImpl.h"
 #include "graph/CompoundImpl.h"
 #include "graph/NodeImpl.h"
@@ -76,33 +77,33 @@ NodeExtras::NodeExtras(Node const& node)
             }
         }
     }
-    notePorts(node.inputs(), {eInput, false, {}}, false);
-    notePorts(node.outputs(), {eOutput, false, {}}, false);
+    notePorts(node.inputs(), /*isInner=*/false, /*notesFlags=*/false);
+    notePorts(node.outputs(), /*isInner=*/false, /*notesFlags=*/false);
     if (AddRefWrapper<Compound> const compound = node.getAsCompound())
         noteCompound(*compound);
 }
 
-void NodeExtras::notePorts(PortList const& list, PortPlace place, bool notesFlags)
+void NodeExtras::notePorts(PortList const& list, bool isInner, bool notesFlags)
 {
-    place.indices.push_back(0);
     PortAccess::impl(list).ports.forEach([&](Port const& port) {
-        if (port.isCompoundInternalPort() == place.isInner) // an IO node shows ports that belong to its compound
-            notePort(port, place, notesFlags);
-        ++place.indices.back();
+        if (port.isCompoundInternalPort() == isInner) // an IO node shows ports that belong to its compound
+            notePort(port, notesFlags);
     });
 }
 
-void NodeExtras::notePort(Port const& port, PortPlace const& place, bool notesFlags)
+void NodeExtras::notePort(Port const& port, bool notesFlags)
 {
-    PortExtras extras{place, std::nullopt, WatchPointState::of(port), eNoPortFlags};
-    if (StringArray values; port.getPortDefaultValues(values) && mayGetLostInText(values))
-        extras.values = std::move(values);
-    if (notesFlags)
-        extras.flags = PortAccess::flags(port);
-    if (extras.values || extras.watchPoint || extras.flags != eNoPortFlags)
-        m_ports.push_back(std::move(extras));
+    std::optional<StringArray> storage;
+    StringArray const* const values = defaultValues(port, storage);
+    bool const notesValues = values && mayGetLostInText(*values);
+    std::optional<WatchPointState> watchPoint = WatchPointState::of(port);
+    PortFlags const flags = notesFlags ? PortAccess::flags(port) : eNoPortFlags;
+    if (notesValues || watchPoint || flags != eNoPortFlags) {
+        m_ports.push_back({placeOf(port), notesValues ? std::optional<StringArray>(*values) : std::nullopt,
+                           std::move(watchPoint), flags});
+    }
     if (PortList const* const children = PortAccess::children(port))
-        notePorts(*children, place, notesFlags);
+        notePorts(*children, port.isCompoundInternalPort(), notesFlags);
 }
 
 void NodeExtras::noteCompound(Compound const& compound)
@@ -110,7 +111,7 @@ void NodeExtras::noteCompound(Compound const& compound)
     for (PortIOType const ioType : {eInput, eOutput}) {
         PortList const& list = ioType == eInput ? compound.innerOutputs() : compound.innerInputs();
         bool const isShown = !list.empty() && isShownByIONode(*list[0u]);
-        notePorts(list, {ioType, true, {}}, !isShown);
+        notePorts(list, /*isInner=*/true, !isShown);
         noteConnections(compound, list, true);
     }
     noteAnnotationOrder(compound);
@@ -161,9 +162,7 @@ void NodeExtras::noteAnnotationOrder(Compound const& compound)
 void NodeExtras::noteOrder(Compound const& compound, Port const& port)
 {
     ConnectionOrder order{endOf(compound, port), {}};
-    PortAccess::connections(port).forEach([&](Port const& other) {
-        order.others.push_back(endOf(compound, other));
-    });
+    PortAccess::connections(port).forEach([&](Port const& other) { order.others.push_back(endOf(compound, other)); });
     m_orders.push_back(std::move(order));
 }
 
@@ -294,12 +293,14 @@ void NodeExtras::restoreAnnotationOrder(Compound& compound) const
 
 void NodeExtras::restoreMessages(Node& node) const
 {
+    AddRefWrapper<ErrorState> const errors = node.getErrorState();
+    if (!errors && m_messages.empty())
+        return;
     StringArray wanted, present;
     for (Message const& message : m_messages) {
         wanted.add(message.subject);
         wanted.add(message.text);
     }
-    AddRefWrapper<ErrorState> const errors = node.getErrorState();
     if (errors)
         errors->getMessages(eAnyMessage, present);
     if (present == wanted)

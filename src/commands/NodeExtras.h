@@ -47,8 +47,8 @@ private:
         MessageType type;
     };
 
-    void notePorts(PortList const& list, PortPlace place, bool notesFlags);
-    void notePort(Port const& port, PortPlace const& place, bool notesFlags);
+    void notePorts(PortList const& list, bool isInner, bool notesFlags);
+    void notePort(Port const& port, bool notesFlags);
     void noteCompound(Compound const& compound);
     void noteConnections(Compound const& compound, PortList const& list, bool isInner);
     void noteConnections(Compound const& compound, Port const& port);

@@ -69,7 +69,7 @@ bool PasteCommand::Impl::paste()
     AddRefWrapper<Compound> const compound = target.findCompound();
     if (!compound)
         return false;
-    ChangeBracket const bracket = target.scope().openBracket();
+    auto const bracket = target.scope().openBracket();
     createdNodeNames.clear();
     createdAnnotationNames.clear();
     portsBefore = detail::CompoundPortNames(*compound);
@@ -116,7 +116,7 @@ bool PasteCommand::undo()
     AddRefWrapper<Compound> const compound = m_impl ? m_impl->target.findCompound() : AddRefWrapper<Compound>();
     if (!compound)
         return false;
-    ChangeBracket const bracket = m_impl->target.scope().openBracket();
+    auto const bracket = m_impl->target.scope().openBracket();
     for (unsigned i = m_impl->createdNodeNames.size(); i-- > 0;)
         detail::removeCreatedNode(*compound, compound->nodes()[m_impl->createdNodeNames[i]], m_impl->portsBefore);
     for (unsigned i = m_impl->createdAnnotationNames.size(); i-- > 0;)

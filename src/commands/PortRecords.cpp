@@ -200,13 +200,13 @@ bool PortCommand::doit(bool wantsCompound)
     AddRefWrapper<Node> const node = target.findNode();
     if (!node || (wantsCompound && !node->isCompound()))
         return false;
-    ChangeBracket const bracket = target.scope().openBracket();
+    auto const bracket = target.scope().openBracket();
     return records.perform(log, *node);
 }
 
 bool PortCommand::undo(Renamings const* renamings)
 {
-    ChangeBracket const bracket = target.scope().openBracket();
+    auto const bracket = target.scope().openBracket();
     return log.takeBack({target.scope().container(), renamings});
 }
 

@@ -5,6 +5,9 @@
 
 #include <tav/PortList.h>
 
+#include <list>
+#include <vector>
+
 namespace TAV_marlo_v1 {
 
 struct RecursiveDisconnectAllCommand::Impl {
@@ -14,7 +17,7 @@ struct RecursiveDisconnectAllCommand::Impl {
     void begin(Container* container);
 
     bool includeReversePorts = false;
-    std::vector<detail::ConnectionRecord> records; // each disconnects one port
+    std::list<detail::ConnectionRecord> records; // each disconnects one port; they are too large to be moved about
     detail::CommandScope scope;
 };
 
@@ -40,7 +43,7 @@ bool RecursiveDisconnectAllCommand::disconnectAll(Container* container, AddRefWr
         return false;
     m_impl->begin(container);
     m_impl->includeReversePorts = includeReversePorts;
-    ChangeBracket const bracket = m_impl->scope.openBracket();
+    auto const bracket = m_impl->scope.openBracket();
     AddRefWrapper<Node> const kept(node);
     bool const inputsDone = m_impl->disconnect(kept->inputs());
     return m_impl->disconnect(kept->outputs()) && inputsDone;
@@ -53,7 +56,7 @@ bool RecursiveDisconnectAllCommand::disconnectAll(Container* container, AddRefWr
     if (!m_impl || !container || !port)
         return false;
     m_impl->begin(container);
-    ChangeBracket const bracket = m_impl->scope.openBracket();
+    auto const bracket = m_impl->scope.openBracket();
     AddRefWrapper<Port> const kept(port);
     return m_impl->disconnect(*kept);
 }
@@ -63,7 +66,7 @@ bool RecursiveDisconnectAllCommand::disconnectAll(Container* container, PortList
     if (!m_impl || !container)
         return false;
     m_impl->begin(container);
-    ChangeBracket const bracket = m_impl->scope.openBracket();
+    auto const bracket = m_impl->scope.openBracket();
     return m_impl->disconnect(ports);
 }
 
@@ -98,7 +101,7 @@ bool RecursiveDisconnectAllCommand::Impl::disconnect(Port& port)
 bool RecursiveDisconnectAllCommand::Impl::disconnectOne(Port& port)
 {
     AddRefWrapper<Port> const kept(&port);
-    records.emplace_back();
+    records.emplace_back().leaveBracketToWhole();
     return records.back().actNow(scope.container(), kept, kept, detail::ConnectionOperation::eDisconnectAll, false);
 }
 
@@ -106,7 +109,7 @@ bool RecursiveDisconnectAllCommand::redo()
 {
     if (!m_impl || !m_impl->scope.container())
         return false;
-    ChangeBracket const bracket = m_impl->scope.openBracket();
+    auto const bracket = m_impl->scope.openBracket();
     bool isWhole = true;
     for (detail::ConnectionRecord& record : m_impl->records)
         isWhole = record.perform() && isWhole;
@@ -118,12 +121,17 @@ bool RecursiveDisconnectAllCommand::undo()
     return CommandAccess::undo(*this, nullptr);
 }
 
+void CommandAccess::leaveBracketToWhole(RecursiveDisconnectAllCommand& command)
+{
+    command.m_impl->scope.leaveBracketToWhole();
+}
+
 bool CommandAccess::undo(RecursiveDisconnectAllCommand& command, detail::Renamings const* renamings)
 {
     if (!command.m_impl || !command.m_impl->scope.container())
         return false;
-    ChangeBracket const bracket = command.m_impl->scope.openBracket();
-    std::vector<detail::ConnectionRecord>& records = command.m_impl->records;
+    auto const bracket = command.m_impl->scope.openBracket();
+    std::list<detail::ConnectionRecord>& records = command.m_impl->records;
     bool isWhole = true;
     for (auto record = records.rbegin(); record != records.rend(); ++record)
         isWhole = record->undo(renamings) && isWhole;

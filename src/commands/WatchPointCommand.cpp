@@ -59,7 +59,7 @@ bool WatchPointCommand::doit()
     if (!m_impl || m_impl->records.empty() || !m_impl->scope.container())
         return false;
     m_impl->log.clear();
-    ChangeBracket const bracket = m_impl->scope.openBracket();
+    auto const bracket = m_impl->scope.openBracket();
     bool isWhole = true;
     for (Impl::Record const& record : m_impl->records)
         isWhole = m_impl->perform(record) && isWhole;
@@ -97,7 +97,7 @@ bool CommandAccess::undo(WatchPointCommand& command, detail::Renamings const* re
 {
     if (!command.m_impl || !command.m_impl->scope.container())
         return false;
-    ChangeBracket const bracket = command.m_impl->scope.openBracket();
+    auto const bracket = command.m_impl->scope.openBracket();
     return command.m_impl->log.takeBack({command.m_impl->scope.container(), renamings});
 }
 

@@ -81,6 +81,28 @@ EditCase paste(char const* name, char const* from, std::vector<char const*> item
 
 using G = EditableGraph;
 
+/// A node of the library's own class, with what belongs to one; first of the top graph.
+void addPlainNode(G& g)
+{
+    AddRefWrapper<Node> const node = Node::createNew(&g.container, "plain");
+    PropertyList options;
+    options.addStringPair("widget", "knob");
+    node->createNodePort(eInput, "a", g.type, PortProperties(eExposed, options, StringArray("1;\x01")));
+    node->createNodePort(eInput, "many", g.type, PortProperties(eFanIn, {}, {}));
+    node->createNodePort(eOutput, "out", {}, PortProperties());
+    node->setNodeTypeName("no known type");
+    node->setMetadataValue("coords", "1 2");
+    node->stateFlags().set(eMutedState, true);
+    node->addMessage("plain", "beware", eError);
+    node->inputs()[0u]->setPortMetaDataValue("min", "0");
+    node->inputs()[0u]->setWatchPoint(AddRefWrapper<WatchPoint>(new TestWatchPoint));
+    AddRefWrapper<Port> const member = node->inputs()[1u]->children()->addPort("m1", g.type, eNoPortFlags);
+    g.top->nodes().insert(node, 0);
+    member->addConnection(g.out("/hub", 0), false);
+    g.in("/sink", 1)->addConnection(node->outputs()[0u], false);
+    node->inputs()[0u]->addConnection(node->outputs()[0u], false);
+}
+
 std::vector<EditCase> allCases()
 {
     return {
@@ -95,6 +117,11 @@ std::vector<EditCase> allCases()
         nodes("remove io", [](G& g, NodeCommand& c) { c.removeNode(g.compound("/group"), "input"); }),
         nodes("remove output io", [](G& g, NodeCommand& c) { c.removeNode(g.compound("/group"), "output"); }),
         nodes("remove idle io", [](G& g, NodeCommand& c) { c.removeNode(g.compound("/group"), "second input"); }),
+        nodes("remove plain",
+              [](G& g, NodeCommand& c) {
+                  addPlainNode(g);
+                  c.removeNode(g.top, "plain");
+              }),
         nodes("remove all",
               [](G& g, NodeCommand& c) {
                   for (char const* const name : {"sink", "hub", "group", "mix"})

@@ -93,6 +93,20 @@ TEST_F(NodeCommands, AReferencedCompoundComesBackAsANode)
     EXPECT_FALSE(graph.node("/ref")->isCompound());
 }
 
+TEST_F(NodeCommands, APlainNodeComesBackWithNamesThatTextCantCarry)
+{
+    AddRefWrapper<Node> const node = Node::createNew(&graph.container, "\x01");
+    node->createNodePort(eInput, "\xff", {}, PortProperties());
+    graph.top->nodes().add(node);
+    command.removeNode(graph.top, node);
+    EXPECT_TRUE(command.doit());
+    EXPECT_TRUE(command.undo());
+    AddRefWrapper<Node> const back = graph.top->nodes()["\x01"];
+    ASSERT_TRUE(back);
+    EXPECT_NE(back, node);
+    EXPECT_TRUE(back->inputs()["\xff"]);
+}
+
 TEST_F(NodeCommands, TakingBackAnIONodeLeavesThePortsThatWereThere)
 {
     NodeCommand byPreset;
