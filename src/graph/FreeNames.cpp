@@ -89,12 +89,17 @@ void FreeNames::remove(std::string_view name)
     if (run == runs.begin() || (--run)->second < *number)
         return;
     std::uint32_t const last = run->second;
-    if (run->first == *number)
+    if (run->first == *number && last > *number) {
+        auto node = runs.extract(run);
+        node.key() = *number + 1;
+        runs.insert(std::move(node));
+    } else if (run->first == *number) {
         runs.erase(run);
-    else
+    } else {
         run->second = *number - 1;
-    if (last > *number)
-        runs.emplace(*number + 1, last);
+        if (last > *number)
+            runs.emplace(*number + 1, last);
+    }
     if (runs.empty())
         m_stems.erase(stem);
 }

@@ -193,7 +193,10 @@ void NodeAccess::join(NodeList::Impl& list, Node& node, unsigned index, bool nam
 void NodeAccess::place(NodeList& list, Node& node, unsigned index)
 {
     detail::NamedList<Node>& nodes = impl(list).nodes;
-    nodes.move(nodes.indexOf(&node), std::min(index, nodes.size() - 1));
+    unsigned const from = nodes.indexOf(&node);
+    unsigned const to = std::min(index, nodes.size() - 1);
+    if (from != to)
+        nodes.move(from, to);
 }
 
 } // namespace TAV_marlo_v1

@@ -375,7 +375,7 @@ void PortAccess::placeConnection(Port& port, Port const& other, unsigned place)
     // Of several connections with the same port the last one is the newest.
     unsigned const last = links.size() - 1;
     unsigned const from = links.at(last) == &other ? last : links.indexOf(&other);
-    if (from != kNotFound)
+    if (from != kNotFound && from != std::min(place, last))
         links.move(from, std::min(place, last));
 }
 

@@ -3,6 +3,7 @@
 #include "persistence/XmlCharacters.h"
 
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 
@@ -45,8 +46,9 @@ char const* skipBlanks(char const* at, char const* end) noexcept
     return at;
 }
 
-/// Whether the eight bytes are ASCII that stands for itself. Some that are may be taken for others.
-bool areEightPlain(char const* at) noexcept
+/// How many of the next eight bytes, up to the first that is not, are ASCII that stands for itself. Eight at once are
+/// what makes going through a text fast: most of it is indentation and short values.
+unsigned plainBytes(char const* at) noexcept
 {
     constexpr std::uint64_t ones = 0x0101010101010101u;
     constexpr std::uint64_t highs = 0x80 * ones;
@@ -56,7 +58,26 @@ bool areEightPlain(char const* at) noexcept
     std::uint64_t const controls = (bytes - 0x20 * ones) & ~bytes;
     std::uint64_t const angles = zeros((bytes | 0x02 * ones) ^ '>' * ones); // "<" and ">" differ in that bit
     std::uint64_t const others = zeros((bytes | 0x04 * ones) ^ '&' * ones); // so do "&" and the quote
-    return ((bytes | controls | angles | others) & highs) == 0;
+    // Of the marks only the first one counts: the subtractions may set others above it.
+    std::uint64_t const marks = (bytes | controls | angles | others) & highs;
+    if constexpr (std::endian::native == std::endian::little)
+        return static_cast<unsigned>(std::countr_zero(marks)) / 8;
+    else
+        return marks == 0 ? 8 : 0;
+}
+
+/// Behind the plain bytes that begin there.
+char const* skipPlain(char const* at, char const* end) noexcept
+{
+    while (end - at >= 8) {
+        unsigned const plain = plainBytes(at);
+        at += plain;
+        if (plain < 8)
+            break;
+    }
+    while (at != end && detail::classOf(*at) == ByteClass::Plain)
+        ++at;
+    return at;
 }
 
 struct Reference {
@@ -165,10 +186,7 @@ private:
     {
         char const* const begin = m_at;
         while (true) {
-            while (closing == '<' && m_end - m_at >= 8 && areEightPlain(m_at))
-                m_at += 8; // long runs are usual between tags: the indentation
-            while (m_at != m_end && detail::classOf(*m_at) == ByteClass::Plain)
-                ++m_at;
+            m_at = skipPlain(m_at, m_end);
             if (m_at == m_end)
                 return false;
             switch (detail::classOf(*m_at)) {
@@ -286,11 +304,17 @@ char const* PlainXmlReader::readStartTag(char const* at)
     m_starts.clear();
     for (at = skipBlanks(at, end); *at != '>' && *at != '/'; at = skipBlanks(at, end)) {
         std::string_view const key = takeName();
-        at += 2; // ="
-        char const* const closing = find(at, '"', end);
+        at += 2;                                  // ="
+        char const* closing = skipPlain(at, end); // to the quote, most often
+        bool const standsAsItIs = *closing == '"';
+        if (!standsAsItIs)
+            closing = find(closing, '"', end);
         m_starts.push_back(m_scratch.size());
         m_attributes.push_back({key, {}});
-        appendResolved(m_scratch, at, closing);
+        if (standsAsItIs)
+            m_scratch.append(at, closing);
+        else
+            appendResolved(m_scratch, at, closing);
         m_scratch += '\0';
         at = closing + 1;
     }
