@@ -1,0 +1,63 @@
+"""The growth as pictures, drawn by gnuplot: cost of an item over the size, a line a row, its yardstick dashed."""
+
+import os
+import shutil
+import subprocess
+
+from rows import FEW, MANY, NODES
+
+PICTURES = (
+    ("editing", "Editing"),
+    ("finding", "Finding"),
+    ("text", "Text"),
+    ("commands", "Commands"),
+)
+COLOURS = ("#0072b2", "#d55e00", "#009e73", "#cc79a7", "#e69f00", "#56b4e9", "#7f3fbf", "#8c564b", "#444444", "#b0a000")
+
+
+def points(figures, name):
+    return "\n".join(f"{size} {figures.get(name, size)}" for size in figures.sizes(name))
+
+
+def script(title, rows, figures, path):
+    """What gnuplot is told."""
+    data, curves = [], []
+    for colour, row in zip(COLOURS, rows):
+        for name, dash, width, label in ((row.name, 1, 2.2, row.name), (row.yardstick, 2, 1.4, "")):
+            if not name or not figures.sizes(name):
+                continue
+            block = f"$data{len(data)}"
+            data.append(f"{block} << END\n{points(figures, name)}\nEND")
+            key = f'title "{label}"' if label else "notitle"
+            mark = "pt 7 ps 0.5" if label else "pt 6 ps 0.4"
+            curves.append(f'{block} with linespoints lc rgb "{colour}" dt {dash} lw {width} {mark} {key}')
+    if any(row.yardstick for row in rows):
+        curves.append('NaN with lines lc rgb "black" dt 2 lw 1.4 title "dashed: its yardstick"')
+    return "\n".join([
+        'set terminal svg size 860,460 font "sans-serif,13" background "white"',
+        f'set output "{path}"',
+        f'set title "{title}: nanoseconds for an item at N nodes"',
+        "set logscale xy",
+        'set format x "10^{%T}"',
+        'set format y "10^{%T}"',
+        "set xrange [800:1300000]",
+        "set grid back lc rgb '#dddddd' lt 1",
+        "set border 3",
+        "set tics nomirror",
+        "set key outside right center Left reverse spacing 1.35 samplen 2.5",
+        *data,
+        "plot " + ", \\\n     ".join(curves),
+    ]) + "\n"
+
+
+def draw(figures, folder):
+    """@return the files written"""
+    if not shutil.which("gnuplot"):
+        raise SystemExit("the pictures need gnuplot")
+    written = []
+    for name, title in PICTURES:
+        rows = [row for row in NODES + MANY + FEW if row.picture == name and figures.sizes(row.name)]
+        path = os.path.join(folder, f"growth-{name}.svg")
+        subprocess.run(["gnuplot"], input=script(title, rows, figures, path), text=True, check=True)
+        written.append(path)
+    return written
