@@ -19,7 +19,7 @@ void timeStep(Row& row, Step step)
     std::vector<std::string> const names = sampleNames(row.size(), "thing");
     std::vector<std::string> const otherNames = sampleNames(row.size(), "other");
     std::vector<unsigned> const order = shuffled(row.size());
-    unsigned const owners = std::max(1u, 10000 / row.size());
+    unsigned const owners = std::max(1u, 1000 / row.size());
     while (row.next()) {
         std::vector<std::unique_ptr<Owner>> all;
         for (unsigned i = 0; i < owners; ++i)

@@ -39,7 +39,7 @@ public:
     }
     /// As time, for work that timed itself.
     void count(std::uint64_t items, double seconds);
-    /// A figure besides the time of an item.
+    /// A figure besides the time of an item; of several rounds the least is kept.
     void note(char const* what, double figure);
     /// Ends the program when the work was not really done: no figure must come out of that.
     void require(bool done, char const* what) const;

@@ -1,4 +1,4 @@
-"""The measured figures: read from the JSON of bench_tav, the best of all runs, and kept as a small file."""
+"""The measured figures: read from the JSON of bench_tav, the least of all runs, and kept as a small file."""
 
 import glob
 import json
@@ -15,7 +15,7 @@ class Figures:
         self.context = {}
 
     def add(self, path):
-        """Takes the file's runs in; of two runs of a row at one size the faster counts."""
+        """Takes the file's runs in; of several runs of a row at one size the least of each figure counts."""
         with open(path, encoding="utf-8") as file:
             data = json.load(file)
         self.context = data["context"]
@@ -24,8 +24,9 @@ class Figures:
                 continue
             sizes = self.runs.setdefault(run["name"].split("/")[0], {})
             size = int(run["size"])
-            if size not in sizes or run["ns_per_item"] < sizes[size]["ns_per_item"]:
-                sizes[size] = {key: figure for key, figure in run.items() if key not in NOISE}
+            known = sizes.setdefault(size, {})
+            for key in run.keys() - NOISE:
+                known[key] = min(run[key], known.get(key, run[key]))
 
     def sizes(self, name):
         return sorted(self.runs.get(name, {}))
@@ -35,7 +36,7 @@ class Figures:
 
     def keep(self, path):
         """The figures alone, in the form that add() takes."""
-        runs = [{"name": name, **{key: float(f"{figure:.5g}") for key, figure in run.items()}}
+        runs = [{"name": name, **{key: float(f"{figure:.5g}") for key, figure in sorted(run.items())}}
                 for name, sizes in sorted(self.runs.items()) for _, run in sorted(sizes.items())]
         about = {key: self.context[key] for key in ("date", "num_cpus", "mhz_per_cpu", "caches") if key in self.context}
         with open(path, "w", encoding="utf-8") as file:

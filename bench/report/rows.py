@@ -101,7 +101,7 @@ FEW = (
     Row("metadata: get", "get one", yardstick="ports: find.bare"),
     Row("metadata: remove", "remove one", yardstick="ports: remove.bare", growth=LOGARITHMIC),
     Row("editors at a node", "tell one of N editors at a node of a change"),
-    Row("find by path, N names long", "find by path, a name of N in it"),
+    Row("find by path, N names long", "find by path, a name of N in it", beside="find by path.bare"),
 )
 
 SESSION = (
