@@ -21,12 +21,12 @@ def exponent(small, large, cost_at_small, cost_at_large):
     return 1 + math.log(cost_at_large / cost_at_small) / math.log(large / small)
 
 
-def growth(figures, name, key="ns_per_item", among=None):
-    """From the smallest to the largest size, of these if they are given; None without two of them."""
-    sizes = [size for size in figures.sizes(name) if (among is None or size in among) and figures.get(name, size, key)]
-    if len(sizes) < 2:
+def growth(figures, name, key, sizes):
+    """From the smallest to the largest of the sizes that there are; None without two of them."""
+    found = [size for size in sizes if figures.get(name, size, key)]
+    if len(found) < 2:
         return None
-    small, large = sizes[0], sizes[-1]
+    small, large = found[0], found[-1]
     return exponent(small, large, figures.get(name, small, key), figures.get(name, large, key))
 
 
@@ -59,14 +59,18 @@ class Verdict:
 
 def judge(figures, rows=JUDGED, largest=100000):
     """A verdict for each row."""
+    def sizes_of(name):
+        return [size for size in figures.sizes(name) if size <= largest]
+
     verdicts = []
     for row in rows:
-        sizes = [size for size in figures.sizes(row.name) if size <= largest]
+        sizes = sizes_of(row.name)
         measured = growth(figures, row.name, row.key, sizes)
         if measured is None:
             verdicts.append(Verdict(row, None))
             continue
-        memory = growth(figures, row.reference(), among=sizes) if row.reference() else None
+        plain = row.reference()
+        memory = growth(figures, plain, "ns_per_item", sizes_of(plain)) if plain else None
         limit = of_class(row.growth, sizes[0], sizes[-1]) + max(0.0, (memory or 1.0) - 1.0) + ALLOWANCE
         verdicts.append(Verdict(row, measured, min(limit, NEVER)))
     return verdicts
