@@ -4,6 +4,9 @@
 #include "SampleGraph.h"
 
 #include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace bench {
 

@@ -28,7 +28,7 @@ Run runOnce(Row const& row, char const* program)
     return {taken.count(), process.readAllStandardOutput().toDouble()};
 }
 
-/// The best of many, each figure by itself.
+/// The best of several, each figure by itself.
 Run best(Row const& row, char const* program)
 {
     Run least = runOnce(row, program);
@@ -55,7 +55,7 @@ void start(Row& row)
     }
 }
 
-RowEntry const entry("start", start, Sizes{100, 100}); // starts of each program
+RowEntry const entry("start", start, Sizes{20, 20}); // starts of each program in a round
 
 } // namespace
 

@@ -93,9 +93,6 @@ def full(arguments, more):
     if kept:
         print(f"\nCompared with {os.path.relpath(path, TREE)} of {kept.context.get('date', 'unknown date')}")
     print("\n" + tables.report(now, kept))
-    for verdict in growth.judge(now):
-        if verdict.measured is not None and not verdict.good:
-            print(f"Beware: {verdict}")
     if arguments.keep:
         now.keep(os.path.join(RESULTS, arguments.keep + ".json"))
         rewrite(PAGE, tables.report(now))

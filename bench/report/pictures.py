@@ -52,13 +52,10 @@ def script(title, rows, figures, path):
 
 
 def draw(figures, folder):
-    """@return the files written"""
     if not shutil.which("gnuplot"):
         raise SystemExit("the pictures need gnuplot")
-    written = []
     for name, title in PICTURES:
         rows = [row for row in NODES + MANY + FEW if row.picture == name and figures.sizes(row.name)]
         path = os.path.join(folder, f"growth-{name}.svg")
-        subprocess.run(["gnuplot"], input=script(title, rows, figures, path), text=True, check=True)
-        written.append(path)
-    return written
+        if rows:
+            subprocess.run(["gnuplot"], input=script(title, rows, figures, path), text=True, check=True)
