@@ -1,5 +1,6 @@
 #include "HeapUse.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 
@@ -29,44 +30,76 @@ std::ptrdiff_t sizeOf(void* block) noexcept
     return static_cast<std::ptrdiff_t>(usable + sizeof(std::size_t)); // in front of which it keeps the size
 }
 
-void* allocate(std::size_t size) noexcept
+void* given(void* block) noexcept
 {
-    void* const block = std::malloc(size == 0 ? 1 : size);
     if (block && g_heap.isWatched) {
         g_heap.inUse += sizeOf(block);
-        if (g_heap.inUse > g_heap.peak)
-            g_heap.peak = g_heap.inUse;
+        g_heap.peak = std::max(g_heap.peak, g_heap.inUse);
     }
     return block;
 }
 
-void release(void* block) noexcept
+void* takenBack(void* block) noexcept
 {
     if (block && g_heap.isWatched)
         g_heap.inUse -= sizeOf(block);
-    std::free(block);
+    return block;
 }
 
 } // namespace
 
+#if defined(__GLIBC__)
+
+// A program may replace these for itself and all its libraries, and operator new stands on them.
+extern "C" {
+
+void* __libc_malloc(std::size_t size);
+void* __libc_calloc(std::size_t count, std::size_t size);
+void* __libc_realloc(void* block, std::size_t size);
+void __libc_free(void* block);
+
+void* malloc(std::size_t size) noexcept
+{
+    return given(__libc_malloc(size));
+}
+void* calloc(std::size_t count, std::size_t size) noexcept
+{
+    return given(__libc_calloc(count, size));
+}
+void* realloc(void* block, std::size_t size) noexcept
+{
+    // Where it fails the old block stays, which no measurement outlives.
+    return given(__libc_realloc(takenBack(block), size));
+}
+void free(void* block) noexcept
+{
+    __libc_free(takenBack(block));
+}
+
+} // extern "C"
+
+#else
+
 void* operator new(std::size_t size)
 {
-    if (void* const block = allocate(size))
+    if (void* const block = given(std::malloc(size == 0 ? 1 : size)))
         return block;
     throw std::bad_alloc();
 }
 void* operator new(std::size_t size, std::nothrow_t const&) noexcept
 {
-    return allocate(size);
+    return given(std::malloc(size == 0 ? 1 : size));
 }
 void operator delete(void* block) noexcept
 {
-    release(block);
+    std::free(takenBack(block));
 }
 void operator delete(void* block, std::size_t) noexcept
 {
-    release(block);
+    std::free(takenBack(block));
 }
+
+#endif
 
 namespace bench {
 

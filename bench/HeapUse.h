@@ -4,10 +4,11 @@
 
 namespace bench {
 
-/// Counts what operator new gives out and gets back while it lives; one at a time. Blocks from before
-/// count when they are freed. It costs a few nanoseconds a block, and nothing while there is none.
+/// Counts what the heap gives out and gets back while it lives; one at a time. Blocks from before count
+/// when they are freed. It costs a few nanoseconds a block, and next to nothing while there is none.
 ///
-/// Where a shared library does not take the program's operator new (on Windows), its blocks are missing.
+/// With the GNU library it counts every block; elsewhere those of operator new, and on Windows those alone
+/// of the program itself.
 class HeapWatch {
 public:
     HeapWatch() noexcept;
