@@ -53,10 +53,12 @@ void* takenBack(void* block) noexcept
 // A program may replace these for itself and all its libraries, and operator new stands on them.
 extern "C" {
 
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are the GNU library's
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* block, std::size_t size);
 void __libc_free(void* block);
+// NOLINTEND(bugprone-reserved-identifier)
 
 void* malloc(std::size_t size) noexcept
 {
