@@ -1,79 +1,128 @@
 #include "HeapUse.h"
 
-#if defined(TAV_HAVE_MALLINFO2)
+#include <algorithm>
+#include <cstdlib>
+#include <new>
 
-#    include <malloc.h>
-
-namespace bench {
-
-std::size_t heapInUse()
-{
-    struct mallinfo2 const info = mallinfo2();
-    return info.uordblks + info.hblkhd; // in the heap, and mapped by itself
-}
-
-} // namespace bench
-
+#if defined(__APPLE__)
+#    include <malloc/malloc.h>
 #else
-
-#    include <cstdlib>
-#    include <new>
+#    include <malloc.h>
+#endif
 
 namespace {
 
-std::size_t g_inUse = 0; // the program has one thread
+struct {
+    bool isWatched = false; // the program has one thread
+    std::ptrdiff_t inUse = 0;
+    std::ptrdiff_t peak = 0;
+} g_heap;
 
-// In front of each block stands its size, as wide as the strictest alignment.
-constexpr std::size_t kFront = alignof(std::max_align_t) > sizeof(std::size_t) ? alignof(std::max_align_t)
-                                                                               : sizeof(std::size_t);
-
-void* allocate(std::size_t size) noexcept
+std::ptrdiff_t sizeOf(void* block) noexcept
 {
-    char* const block = static_cast<char*>(std::malloc(size + kFront));
-    if (!block)
-        return nullptr;
-    *reinterpret_cast<std::size_t*>(block) = size;
-    g_inUse += size;
-    return block + kFront;
+#if defined(_MSC_VER)
+    std::size_t const usable = _msize(block);
+#elif defined(__APPLE__)
+    std::size_t const usable = malloc_size(block);
+#else
+    std::size_t const usable = malloc_usable_size(block);
+#endif
+    return static_cast<std::ptrdiff_t>(usable + sizeof(std::size_t)); // in front of which it keeps the size
 }
 
-void release(void* memory) noexcept
+void* given(void* block) noexcept
 {
-    if (!memory)
-        return;
-    char* const block = static_cast<char*>(memory) - kFront;
-    g_inUse -= *reinterpret_cast<std::size_t*>(block);
-    std::free(block);
+    if (block && g_heap.isWatched) {
+        g_heap.inUse += sizeOf(block);
+        g_heap.peak = std::max(g_heap.peak, g_heap.inUse);
+    }
+    return block;
+}
+
+void* takenBack(void* block) noexcept
+{
+    if (block && g_heap.isWatched)
+        g_heap.inUse -= sizeOf(block);
+    return block;
 }
 
 } // namespace
 
+#if defined(__GLIBC__)
+
+// A program may replace these for itself and all its libraries, and operator new stands on them.
+extern "C" {
+
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are the GNU library's
+void* __libc_malloc(std::size_t size);
+void* __libc_calloc(std::size_t count, std::size_t size);
+void* __libc_realloc(void* block, std::size_t size);
+void __libc_free(void* block);
+// NOLINTEND(bugprone-reserved-identifier)
+
+void* malloc(std::size_t size) noexcept
+{
+    return given(__libc_malloc(size));
+}
+void* calloc(std::size_t count, std::size_t size) noexcept
+{
+    return given(__libc_calloc(count, size));
+}
+void* realloc(void* block, std::size_t size) noexcept
+{
+    // Where it fails the old block stays, which no measurement outlives.
+    return given(__libc_realloc(takenBack(block), size));
+}
+void free(void* block) noexcept
+{
+    __libc_free(takenBack(block));
+}
+
+} // extern "C"
+
+#else
+
 void* operator new(std::size_t size)
 {
-    if (void* const memory = allocate(size))
-        return memory;
+    if (void* const block = given(std::malloc(size == 0 ? 1 : size)))
+        return block;
     throw std::bad_alloc();
 }
 void* operator new(std::size_t size, std::nothrow_t const&) noexcept
 {
-    return allocate(size);
+    return given(std::malloc(size == 0 ? 1 : size));
 }
-void operator delete(void* memory) noexcept
+void operator delete(void* block) noexcept
 {
-    release(memory);
+    std::free(takenBack(block));
 }
-void operator delete(void* memory, std::size_t) noexcept
+void operator delete(void* block, std::size_t) noexcept
 {
-    release(memory);
+    std::free(takenBack(block));
 }
+
+#endif
 
 namespace bench {
 
-std::size_t heapInUse()
+HeapWatch::HeapWatch() noexcept
 {
-    return g_inUse;
+    g_heap = {true, 0, 0};
+}
+
+HeapWatch::~HeapWatch()
+{
+    g_heap.isWatched = false;
+}
+
+std::ptrdiff_t HeapWatch::inUse() const noexcept
+{
+    return g_heap.inUse;
+}
+
+std::ptrdiff_t HeapWatch::peak() const noexcept
+{
+    return g_heap.peak;
 }
 
 } // namespace bench
-
-#endif

@@ -11,10 +11,16 @@ namespace {
 using TAV_marlo_v1::StatusStr;
 using TAV_marlo_v1::String;
 
-String sampleText(unsigned nodes)
+constexpr unsigned kManyLevels = 32;
+
+/// Flat, or spread over a chain of compounds.
+String sampleText(unsigned nodes, unsigned depth = 0)
 {
     SampleDocument document;
-    fillSample(document, nodes);
+    if (depth == 0)
+        fillSample(document, nodes);
+    else
+        fillNested(document, nodes, depth);
     return document.top().saveToString(nullptr);
 }
 
@@ -35,9 +41,20 @@ void load(Row& row)
     }
 }
 
-void loadReader(Row& row)
+void loadDeep(Row& row)
 {
-    String const text = sampleText(row.size());
+    String const text = sampleText(row.size(), kManyLevels);
+    while (row.next()) {
+        SampleDocument document;
+        StatusStr status;
+        row.time(row.size(), [&] { status = document.top().restoreFromString(text.toChar()); });
+        row.require(!*status.getErrorString(), status.getErrorString());
+        row.require(document.top().saveToString(nullptr) == text, "saving again gives the same bytes");
+    }
+}
+
+void readText(Row& row, String const& text)
+{
     while (row.next()) {
         XmlPass const pass = readerPass({text.toChar(), text.size()});
         row.count(row.size(), pass.seconds);
@@ -46,7 +63,13 @@ void loadReader(Row& row)
 }
 
 RowEntry const entry("load", load);
-RowEntry const readerEntry("load.reader", loadReader);
+RowEntry const readerEntry("load.reader", [](Row& row) { readText(row, sampleText(row.size())); });
+
+// Most of a deep text is indentation, and its largest size would need gigabytes of that.
+constexpr Sizes kDeep{1000, 100000};
+RowEntry const deepEntry("load, 32 levels deep", loadDeep, kDeep);
+RowEntry const deepReaderEntry(
+    "load, 32 levels deep.reader", [](Row& row) { readText(row, sampleText(row.size(), kManyLevels)); }, kDeep);
 
 } // namespace
 

@@ -12,12 +12,12 @@ namespace bench {
 namespace {
 
 struct HeapMarks {
-    std::size_t before, withNodes, withConnections;
+    std::ptrdiff_t withNodes, withConnections;
 
     void noteIn(Row& row) const
     {
         unsigned const connections = SampleWiring::connections(row.size());
-        row.note("bytes_per_node", static_cast<double>(withNodes - before) / row.size());
+        row.note("bytes_per_node", static_cast<double>(withNodes) / row.size());
         row.note("bytes_per_connection", static_cast<double>(withConnections - withNodes) / connections);
     }
 };
@@ -29,9 +29,9 @@ void memory(Row& row)
         HeapMarks marks{};
         row.time(row.size(), [&] {
             SampleDocument document;
-            marks.before = heapInUse();
+            HeapWatch const heap;
             addSampleNodes(document, document.top(), names);
-            marks.withNodes = heapInUse();
+            marks.withNodes = heap.inUse();
             // One port at a time: what the caller keeps is not the graph's.
             unsigned made = 0;
             TAV_marlo_v1::NodeList const& nodes = document.top().nodes();
@@ -43,7 +43,7 @@ void memory(Row& row)
                             nodes[sources[input]]->outputs()[0u]->addConnection(nodes[node]->inputs()[input], false);
                 }
             }
-            marks.withConnections = heapInUse();
+            marks.withConnections = heap.inUse();
             row.require(made == SampleWiring::connections(row.size()), "every connection is made");
         });
         marks.noteIn(row);
@@ -59,13 +59,13 @@ void memoryBare(Row& row)
             BareGraph graph;
             std::vector<BareNode*> nodes;
             nodes.reserve(names.size());
-            marks.before = heapInUse();
+            HeapWatch const heap;
             graph.addSampleNodes(names);
-            marks.withNodes = heapInUse();
+            marks.withNodes = heap.inUse();
             for (BareNode& node : graph.nodes)
                 nodes.push_back(&node);
             connectBareNodes(nodes);
-            marks.withConnections = heapInUse();
+            marks.withConnections = heap.inUse();
         });
         marks.noteIn(row);
     }

@@ -50,7 +50,7 @@ void pasteReader(Row& row)
 }
 
 RowEntry const entry("paste, every name taken", paste);
-RowEntry const readerEntry("paste, every name taken.reader", pasteReader, /*largest=*/100000);
+RowEntry const readerEntry("paste, every name taken.reader", pasteReader);
 
 } // namespace
 

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <map>
+#include <vector>
 
 namespace bench {
 
@@ -13,7 +14,7 @@ namespace {
 
 struct Entry {
     void (*run)(Row&);
-    unsigned largest;
+    Sizes sizes;
 };
 
 /// By name, so that a row's yardsticks follow it whatever order the linker chose.
@@ -23,9 +24,13 @@ std::map<std::string, Entry>& entries()
     return all;
 }
 
-int roundsAt(unsigned size)
+/// What is written over to empty the caches; empty when they are to stay warm.
+std::vector<unsigned char> g_coolant;
+
+/// What a run of all rows has minutes for; more of the largest where few sizes are run.
+int roundsAt(unsigned size, bool growthOnly)
 {
-    return static_cast<int>(std::clamp(200000u / size, 1u, 20u)); // which a run of all rows has minutes for
+    return static_cast<int>(std::clamp((growthOnly ? 200000u : 50000u) / size, 1u, 10u));
 }
 
 } // namespace
@@ -41,11 +46,12 @@ double processorSeconds()
 #endif
 }
 
-Row::Row(benchmark::State& state)
+Row::Row(benchmark::State& state, char const* name)
     : m_state(state)
+    , m_name(name)
     , m_size(static_cast<unsigned>(state.range(0)))
 {
-    m_state.counters["nodes"] = m_size;
+    m_state.counters["size"] = m_size;
 }
 
 void Row::count(std::uint64_t items, double seconds)
@@ -60,33 +66,48 @@ void Row::count(std::uint64_t items, double seconds)
 
 void Row::note(char const* what, double figure)
 {
-    m_state.counters[what] = figure;
+    auto const [noted, isNew] = m_state.counters.try_emplace(what, figure);
+    if (!isNew && figure < noted->second.value)
+        noted->second = figure;
 }
 
 void Row::require(bool done, char const* what) const
 {
     if (done)
         return;
-    std::fprintf(stderr, "bench: at %u nodes, this did not hold: %s\n", m_size, what);
+    std::fprintf(stderr, "bench: %s: at size %u, this did not hold: %s\n", m_name, m_size, what);
     std::exit(1);
 }
 
-RowEntry::RowEntry(char const* name, void (*run)(Row&), unsigned largest)
+void Row::coolCaches()
 {
-    entries()[name] = {run, largest};
+    constexpr std::size_t kLine = 64;
+    for (std::size_t place = 0; place < g_coolant.size(); place += kLine)
+        ++g_coolant[place];
 }
 
-void registerRows(unsigned largest)
+RowEntry::RowEntry(char const* name, void (*run)(Row&), Sizes sizes)
 {
+    entries()[name] = {run, sizes};
+}
+
+void registerRows(Manner const& manner)
+{
+    constexpr std::size_t kMoreThanACore = 64u << 20;
+    if (manner.growthOnly)
+        g_coolant.assign(kMoreThanACore, 0);
     for (auto const& [name, entry] : entries()) {
-        for (unsigned size = 1000; size <= std::min(largest, entry.largest); size *= 10) {
+        unsigned const last = std::min(manner.largest, entry.sizes.last);
+        for (unsigned size = entry.sizes.first; size <= last; size *= 10) {
+            if (manner.growthOnly && size != entry.sizes.first && size * 10 <= last)
+                continue;
             benchmark::RegisterBenchmark(name.c_str(),
-                                         [run = entry.run](benchmark::State& state) {
-                                             Row row(state);
+                                         [run = entry.run, name = name.c_str()](benchmark::State& state) {
+                                             Row row(state, name);
                                              run(row);
                                          })
                 ->Arg(size)
-                ->Iterations(roundsAt(size))
+                ->Iterations(roundsAt(size, manner.growthOnly))
                 ->UseManualTime()
                 ->Unit(benchmark::kMillisecond);
         }

@@ -24,9 +24,9 @@ double secondsOf(Work&& work)
 /// round counts: whatever else the machine does can only make a round slower.
 class Row {
 public:
-    explicit Row(benchmark::State& state);
+    Row(benchmark::State& state, char const* name);
 
-    /// The number of nodes that the row is measured at.
+    /// What the row grows with: the number of nodes, unless the row says otherwise.
     unsigned size() const noexcept { return m_size; }
     /// Whether there is another round to do.
     bool next() { return m_state.KeepRunning(); }
@@ -34,29 +34,45 @@ public:
     template <class Work>
     void time(std::uint64_t items, Work&& work)
     {
+        coolCaches();
         count(items, secondsOf(work));
     }
     /// As time, for work that timed itself.
     void count(std::uint64_t items, double seconds);
-    /// A figure besides the time of an item.
+    /// A figure besides the time of an item; of several rounds the least is kept.
     void note(char const* what, double figure);
     /// Ends the program when the work was not really done: no figure must come out of that.
     void require(bool done, char const* what) const;
 
 private:
+    static void coolCaches();
+
     benchmark::State& m_state;
+    char const* m_name;
     unsigned m_size;
     double m_bestSecondsPerItem = 0;
+};
+
+/// From `first` to `last`, each ten times the one before.
+struct Sizes {
+    unsigned first = 1000, last = 1000000;
 };
 
 /// A row that the program knows: `static RowEntry const entry("save", save);` beside the function.
 /// "save.bare" is a yardstick of the row "save".
 struct RowEntry {
-    /// @param largest sizes above it are left out
-    RowEntry(char const* name, void (*run)(Row&), unsigned largest = 1000000);
+    RowEntry(char const* name, void (*run)(Row&), Sizes sizes = {});
 };
 
-/// Hands all rows to Google Benchmark, at the sizes up to `largest`.
-void registerRows(unsigned largest);
+/// How the rows are run.
+struct Manner {
+    unsigned largest = 1000000;
+    /// Only the growth is wanted: of each row its smallest and its largest size, both with the caches
+    /// cooled, since a small graph that is still in them says nothing about a large one.
+    bool growthOnly = false;
+};
+
+/// Hands all rows to Google Benchmark.
+void registerRows(Manner const& manner);
 
 } // namespace bench

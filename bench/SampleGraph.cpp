@@ -156,6 +156,14 @@ std::vector<AddRefWrapper<Compound>> addNesting(SampleDocument& document, unsign
     return chain;
 }
 
+void fillNested(SampleDocument& document, unsigned nodes, unsigned depth)
+{
+    for (AddRefWrapper<Compound> const& compound : addNesting(document, depth)) {
+        addSampleNodes(document, *compound, sampleNames(nodes / depth));
+        connectSampleNodes(SamplePorts(*compound));
+    }
+}
+
 std::vector<unsigned> shuffled(unsigned count)
 {
     std::vector<unsigned> order(count);

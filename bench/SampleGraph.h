@@ -61,6 +61,8 @@ void fillSample(SampleDocument& document, unsigned nodes);
 
 /// A chain of compounds "c1" to "c<depth>", one in the other, below the top one; from the outermost on.
 std::vector<AddRefWrapper<Compound>> addNesting(SampleDocument& document, unsigned depth);
+/// N sample nodes in equal parts in the compounds of such a chain, connected within each.
+void fillNested(SampleDocument& document, unsigned nodes, unsigned depth);
 
 /// The numbers below `count`, shuffled, in every run in the same way.
 std::vector<unsigned> shuffled(unsigned count);

@@ -56,39 +56,29 @@ void saveWriter(Row& row)
     write(row, document);
 }
 
-/// The nodes stand in equal parts in the compounds of the chain.
-void fillNested(SampleDocument& document, unsigned nodes)
-{
-    constexpr unsigned kDepth = 8;
-    for (AddRefWrapper<Compound> const& compound : addNesting(document, kDepth)) {
-        addSampleNodes(document, *compound, sampleNames(nodes / kDepth));
-        connectSampleNodes(SamplePorts(*compound));
-    }
-}
+constexpr unsigned kDepth = 8;
 
 void saveNested(Row& row)
 {
     SampleDocument document;
-    fillNested(document, row.size());
+    fillNested(document, row.size(), kDepth);
     saveDocument(row, document);
 }
 
 void saveNestedWriter(Row& row)
 {
     SampleDocument document;
-    fillNested(document, row.size());
+    fillNested(document, row.size(), kDepth);
     write(row, document);
 }
 
-// A raw pass costs the same for each element at every size, and takes long.
-constexpr unsigned kLargestPass = 100000;
-// The indentation makes the nested text more than twice as long: its largest size would need 2 GB for itself.
-constexpr unsigned kLargestNested = 100000;
+// The indentation makes the nested text five times as long: its largest size would need gigabytes for that.
+constexpr Sizes kNested{1000, 100000};
 
 RowEntry const entry("save", save);
-RowEntry const writerEntry("save.writer", saveWriter, kLargestPass);
-RowEntry const nestedEntry("save, nested 8 deep", saveNested, kLargestNested);
-RowEntry const nestedWriterEntry("save, nested 8 deep.writer", saveNestedWriter, kLargestNested);
+RowEntry const writerEntry("save.writer", saveWriter);
+RowEntry const nestedEntry("save, nested 8 deep", saveNested, kNested);
+RowEntry const nestedWriterEntry("save, nested 8 deep.writer", saveNestedWriter, kNested);
 
 } // namespace
 

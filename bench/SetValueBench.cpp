@@ -1,10 +1,10 @@
 // Giving ports new values, node by node: unobserved, and with an editor at the container or at each node.
 
 #include "BareGraph.h"
+#include "CountingEditor.h"
 #include "Row.h"
 #include "SampleGraph.h"
 
-#include <tav/HostEditor.h>
 #include <tav/StringArray.h>
 
 namespace bench {
@@ -12,15 +12,6 @@ namespace bench {
 namespace {
 
 using TAV_marlo_v1::StringArray;
-
-class CountingEditor final : public TAV_marlo_v1::HostEditor {
-public:
-    void tav_onNodePortChange(TAV_marlo_v1::EPortChangeType type, AddRefWrapper<Port> const&) override
-    {
-        told += type == TAV_marlo_v1::ePortValuesChanged ? 1 : 0;
-    }
-    unsigned told = 0;
-};
 
 void setValues(Row& row, SampleDocument& document, CountingEditor const& editor, bool observed)
 {

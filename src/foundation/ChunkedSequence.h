@@ -88,7 +88,7 @@ public:
 
 private:
     struct Chunk {
-        static constexpr unsigned kLimit = 64;
+        static constexpr unsigned kLimit = 128;
 
         unsigned ordinal = 0;
         unsigned count = 0;
@@ -176,6 +176,8 @@ private:
         Chunk& chunk = *m_chunks[m_cursorChunk];
         if (!chunk.isFull())
             return chunk;
+        if (index == m_cursorStart && m_cursorChunk > 0 && !m_chunks[m_cursorChunk - 1]->isFull())
+            return *m_chunks[m_cursorChunk - 1]; // what was taken out at its end comes back there
         split(chunk);
         return index - startOf(chunk) <= chunk.count ? chunk : *m_chunks[chunk.ordinal + 1];
     }

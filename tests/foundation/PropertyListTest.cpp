@@ -4,8 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace TAV_marlo_v1 {
 
@@ -176,6 +179,44 @@ TEST(PropertyListLarge, FindsTheFirstOfAKeyThroughEveryKindOfChange)
         EXPECT_EQ(list.removeStringPair(nameOf(i).c_str()), isThere);
     }
     EXPECT_TRUE(list.empty());
+}
+
+TEST(PropertyListLarge, IsWhatAPlainListWouldBeAfterAnySeriesOfChanges)
+{
+    PropertyList list;
+    std::vector<std::pair<std::string, std::string>> plain;
+    std::mt19937 random(7);
+    auto const below = [&random](std::size_t end) { return static_cast<unsigned>(random() % end); };
+    for (unsigned step = 0; step < 6000; ++step) {
+        // It grows, shrinks to a few and grows again; a hundredth of the pairs gets the key of another one.
+        bool const grows = step / 1500 % 2 == 0;
+        std::string const value = std::to_string(step);
+        unsigned const choice = below(100);
+        if (plain.empty() || choice < (grows ? 70u : 20u)) {
+            plain.emplace_back("key" + value, value);
+            EXPECT_TRUE(list.addStringPair(plain.back().first.c_str(), value.c_str()));
+        } else if (choice == 99) {
+            std::string const& key = plain[below(plain.size())].first;
+            unsigned const index = below(plain.size());
+            EXPECT_TRUE(list.setStringPairAt(index, key.c_str(), value.c_str()));
+            plain[index] = {std::string(key), value};
+        } else {
+            std::string const key = plain[below(plain.size())].first;
+            auto const first =
+                std::find_if(plain.begin(), plain.end(), [&key](auto const& pair) { return pair.first == key; });
+            EXPECT_STREQ(list.getStringPairValue(key.c_str()), first->second.c_str());
+            EXPECT_TRUE(list.removeStringPair(key.c_str()));
+            plain.erase(first);
+        }
+        ASSERT_EQ(list.getNumberOfPairs(), plain.size());
+        if (step % 100 != 0)
+            continue;
+        String key, text;
+        for (unsigned i = 0; i < plain.size(); ++i) {
+            ASSERT_TRUE(list.getStringPairAt(i, key, text));
+            ASSERT_EQ(plain[i], std::make_pair(std::string(key.toChar()), std::string(text.toChar()))) << step;
+        }
+    }
 }
 
 TEST_F(PropertyListChildren, AreFoundByNameFirstAndInOrder)

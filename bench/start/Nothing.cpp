@@ -1,0 +1,6 @@
+// What starting any process costs.
+
+int main()
+{
+    return 0;
+}
