@@ -1,6 +1,8 @@
 #include "HeapUse.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdint>
 #include <cstdlib>
 #include <new>
 
@@ -57,6 +59,7 @@ extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* block, std::size_t size);
+void* __libc_memalign(std::size_t alignment, std::size_t size);
 void __libc_free(void* block);
 // NOLINTEND(bugprone-reserved-identifier)
 
@@ -72,6 +75,15 @@ void* realloc(void* block, std::size_t size) noexcept
 {
     // Where it fails the old block stays, which no measurement outlives.
     return given(__libc_realloc(takenBack(block), size));
+}
+void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept
+{
+    return given(__libc_memalign(alignment, size));
+}
+int posix_memalign(void** block, std::size_t alignment, std::size_t size) noexcept
+{
+    *block = given(__libc_memalign(alignment, size));
+    return *block ? 0 : ENOMEM;
 }
 void free(void* block) noexcept
 {
@@ -99,6 +111,22 @@ void operator delete(void* block) noexcept
 void operator delete(void* block, std::size_t) noexcept
 {
     std::free(takenBack(block));
+}
+
+// Blocks of an alignment of their own are cut out of larger ones.
+void* operator new(std::size_t size, std::align_val_t alignment)
+{
+    auto const front = static_cast<std::size_t>(alignment);
+    auto* const room = static_cast<char*>(::operator new(size + 2 * front));
+    std::size_t const rest = reinterpret_cast<std::uintptr_t>(room) % front;
+    char* const block = room + 2 * front - rest; // behind room for the way back
+    reinterpret_cast<void**>(block)[-1] = room;
+    return block;
+}
+void operator delete(void* block, std::align_val_t) noexcept
+{
+    if (block)
+        ::operator delete(static_cast<void**>(block)[-1]);
 }
 
 #endif

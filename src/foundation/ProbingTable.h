@@ -62,17 +62,20 @@ public:
         }
     }
 
-    /// Takes the first entry of that hash out of which `matches(Entry const&)` is true.
+    /// Takes the first entry of that hash out of which `matches(Entry const&)` is true. @return whether there was one
     template <class Matches>
-    void erase(std::uint32_t hash, Matches&& matches) noexcept
+    bool erase(std::uint32_t hash, Matches&& matches) noexcept
     {
+        Entry* found = nullptr;
         search(hash, [&](Entry& entry) {
-            if (!matches(std::as_const(entry)))
-                return false;
-            close(static_cast<std::size_t>(&entry - m_entries.get()));
-            --m_count;
-            return true;
+            found = matches(std::as_const(entry)) ? &entry : nullptr;
+            return found != nullptr;
         });
+        if (!found)
+            return false;
+        close(static_cast<std::size_t>(found - m_entries.get()));
+        --m_count;
+        return true;
     }
 
     /// Gives memory back when most of the table is free, if there is memory for a smaller one.
@@ -88,8 +91,9 @@ public:
 private:
     static constexpr std::size_t kFewestPlaces = 32;
 
-    // Beyond four fifths the runs that are probed grow fast.
-    static bool isCrowded(std::size_t count, std::size_t places) noexcept { return 5 * count > 4 * places; }
+    // Up to here finding out that something is absent looks at four entries on average, which is one line of memory;
+    // beyond it the runs that are probed grow fast.
+    static bool isCrowded(std::size_t count, std::size_t places) noexcept { return 8 * count > 5 * places; }
 
     std::size_t places() const noexcept { return m_entries ? m_mask + 1 : 0; }
 

@@ -153,21 +153,22 @@ private:
     struct Names {
         struct Entry {
             T* object = nullptr;
+            SharedText const* text = nullptr; // its name, so that a look-up need not go through the object
             std::uint32_t nameHash = 0;
             bool isFree() const noexcept { return !object; }
             std::uint32_t hash() const noexcept { return nameHash; }
         };
         ProbingTable<Entry> index; // one entry a name, the first object that bears it
         std::unique_ptr<FreeNames> numbers;
+        unsigned repeats = 0; // objects that one before them keeps out of the index
         bool isIndexed = false;
-        bool hasRepeats = false; // a name stood twice at some time
 
         T* find(std::string_view name) const noexcept
         {
             T* found = nullptr;
             std::uint32_t const hash = SharedText::hashOf(name);
             index.search(hash, [&](Entry const& entry) {
-                if (entry.nameHash == hash && textOf(*entry.object).view() == name)
+                if (entry.nameHash == hash && entry.text->view() == name)
                     found = entry.object;
                 return found != nullptr;
             });
@@ -177,8 +178,8 @@ private:
         void dropIndex() noexcept
         {
             index = {};
+            repeats = 0;
             isIndexed = false;
-            hasRepeats = false;
         }
     };
 
@@ -216,14 +217,15 @@ private:
         SharedText const& name = textOf(object);
         bool known = false;
         m_names->index.search(name.hash(), [&](typename Names::Entry& entry) {
-            known = entry.nameHash == name.hash() && &textOf(*entry.object) == &name;
+            known = entry.text == &name;
             if (known && m_names->isIndexed && indexOf(&object) < indexOf(entry.object))
                 entry.object = &object;
             return known;
         });
-        m_names->hasRepeats = m_names->hasRepeats || known;
-        if (!known)
-            m_names->index.insert({&object, name.hash()});
+        if (known)
+            ++m_names->repeats;
+        else
+            m_names->index.insert({&object, &name, name.hash()});
     }
 
     /// The object bears its name from now on, or is in the list from now on.
@@ -248,8 +250,11 @@ private:
             return;
         try {
             if (m_names->isIndexed) {
-                m_names->index.erase(name.hash(), [&](auto const& entry) { return entry.object == object; });
-                if (m_names->hasRepeats)
+                bool const wasEntered =
+                    m_names->index.erase(name.hash(), [&](auto const& entry) { return entry.object == object; });
+                if (!wasEntered)
+                    --m_names->repeats;
+                else if (m_names->repeats > 0)
                     enterNextOf(name);
             }
             if (m_names->numbers && !hasName(name.view()))
@@ -261,19 +266,20 @@ private:
 
     void enterNextOf(SharedText const& name)
     {
-        if (m_names->find(name.view()))
-            return;
         for (unsigned i = 0; i < size(); ++i) {
             T* const object = Items::at(i);
-            if (&textOf(*object) == &name)
-                return m_names->index.insert({object, name.hash()});
+            if (&textOf(*object) != &name)
+                continue;
+            m_names->index.insert({object, &name, name.hash()});
+            --m_names->repeats;
+            return;
         }
     }
 
     /// Of objects of one name another one may be the first now.
     void orderChanged() noexcept
     {
-        if (m_names && m_names->hasRepeats)
+        if (m_names && m_names->repeats > 0)
             m_names->dropIndex();
     }
 
