@@ -55,7 +55,7 @@ void MemoryWalk::addCompound(Compound const& compound)
     ++m_memory.compounds.count;
     m_memory.compounds.bytes += sizeof(Compound) + sizeof(Compound::Impl) + sizeof(NodeList::Impl)
                                 + sizeof(AnnotationList::Impl) + 2 * sizeof(PortList::Impl) + nodes.heapBytes()
-                                + annotations.heapBytes() + record.ioNodes.capacity() * sizeof(Node*);
+                                + annotations.heapBytes() + record.ioNodes.capacity() * sizeof(void*);
     addEntries(MetadataAccess::store(compound));
     m_portLists.insert(m_portLists.end(), {record.innerInputs.get(), record.innerOutputs.get()});
     annotations.forEach([this](Annotation& annotation) { addAnnotation(annotation); });
