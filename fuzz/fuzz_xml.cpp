@@ -47,6 +47,12 @@ public:
         m_record.append("/");
         m_source.wantText(--m_depth % 2 == 1);
     }
+    void startOver() override
+    {
+        m_record.clear();
+        m_depth = 0;
+        m_inText = false;
+    }
 
 private:
     void endText()

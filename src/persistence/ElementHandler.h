@@ -34,6 +34,8 @@ public:
     /// A part of the character data of the open element, if the source's wantText was called for it.
     virtual void characters(std::string_view part) = 0;
     virtual void endElement() = 0;
+    /// What was handed over so far is void: the text is read from its beginning again.
+    virtual void startOver() = 0;
 
 protected:
     ~ElementHandler() = default;

@@ -90,17 +90,33 @@ bool GraphReader::read(char const* text, std::string_view root, StagedItems& ite
     }
     m_items = &items;
     m_root = root;
-    items.standInOwner = Node::createNew(m_container, m_target.getName());
-    items.standIn = Compound::createNew(items.standInOwner, nullptr);
-    replaceFlags<CompoundFlags>(*items.standIn, m_target.getFlags());
-    m_graphs.push_back(std::make_unique<OpenGraph>(*items.standIn));
-    graph().connections.standIn(items.innerWarnings);
-    m_states.push_back(State::Document);
+    startOver();
     if (!m_source.parse(text)) {
         m_error = m_source.error();
         return false;
     }
     return true;
+}
+
+void GraphReader::startOver()
+{
+    m_ports.abandon();
+    m_metadata.abandon();
+    m_states.clear();
+    m_skipDepth = 0;
+    m_graphs.clear();
+    m_owners.clear();
+    m_node.reset();
+    m_role = IONode::No;
+    m_annotation.reset();
+    *m_items = StagedItems();
+
+    m_items->standInOwner = Node::createNew(m_container, m_target.getName());
+    m_items->standIn = Compound::createNew(m_items->standInOwner, nullptr);
+    replaceFlags<CompoundFlags>(*m_items->standIn, m_target.getFlags());
+    m_graphs.push_back(std::make_unique<OpenGraph>(*m_items->standIn));
+    graph().connections.standIn(m_items->innerWarnings);
+    m_states.push_back(State::Document);
 }
 
 // ---- elements

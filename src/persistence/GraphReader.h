@@ -92,6 +92,7 @@ private:
     void startElement(std::string_view name, ElementAttributes const& attributes) override;
     void characters(std::string_view part) override;
     void endElement() override;
+    void startOver() override;
 
     bool enter(State state, std::string_view name, ElementAttributes const& attributes);
     bool enterRoot(std::string_view name, ElementAttributes const& attributes);

@@ -15,6 +15,15 @@ void MetadataReader::begin(PropertyList& store)
     m_states.push_back(State::Store);
 }
 
+void MetadataReader::abandon() noexcept
+{
+    m_states.clear();
+    m_stores.clear();
+    m_skipDepth = 0;
+    m_values.clear();
+    m_value.clear();
+}
+
 void MetadataReader::startElement(std::string_view name, ElementAttributes const& attributes)
 {
     if (m_skipDepth > 0 || !enter(m_states.back(), name, attributes))
@@ -140,6 +149,11 @@ public:
     }
     void characters(std::string_view part) override { m_reader.characters(part); }
     void endElement() override { m_reader.endElement(); }
+    void startOver() override
+    {
+        m_reader.abandon();
+        m_store.removeAll();
+    }
 
 private:
     PropertyList& m_store;

@@ -22,6 +22,8 @@ public:
     /// Appends to `store`, which must stay where it is.
     void begin(PropertyList& store);
     bool isActive() const noexcept { return !m_states.empty(); }
+    /// Leaves what is open where it is: the text is read from its beginning again.
+    void abandon() noexcept;
 
     void startElement(std::string_view name, ElementAttributes const& attributes);
     void characters(std::string_view part);

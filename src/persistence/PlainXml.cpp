@@ -66,6 +66,15 @@ unsigned plainBytes(char const* at) noexcept
         return marks == 0 ? 8 : 0;
 }
 
+/// Behind the blanks that begin there, eight by eight: half of a text is indentation.
+char const* skipIndentation(char const* at, char const* end) noexcept
+{
+    constexpr char kBlanks[] = "        ";
+    while (end - at >= 8 && std::memcmp(at, kBlanks, 8) == 0)
+        at += 8;
+    return at;
+}
+
 /// Behind the plain bytes that begin there.
 char const* skipPlain(char const* at, char const* end) noexcept
 {
@@ -99,236 +108,94 @@ Reference const* referenceAt(char const* at, char const* end) noexcept
     return nullptr;
 }
 
-/// Looks whether a text is plain, once through. Each step returns the place behind what it took, or null.
-class PlainXmlCheck {
-public:
-    explicit PlainXmlCheck(std::string_view text) noexcept
-        : m_at(text.data())
-        , m_end(text.data() + text.size())
-    {
-    }
-
-    bool run()
-    {
-        if (!takeStartTag())
-            return false;
-        while (!m_open.empty()) {
-            if (!takeText() || m_at == m_end) // on success at a "<"
-                return false;
-            bool const isEndTag = m_end - m_at > 1 && m_at[1] == '/';
-            if (!(isEndTag ? takeEndTag() : takeStartTag()))
-                return false;
-        }
-        return skipBlanks(m_at, m_end) == m_end;
-    }
-
-private:
-    /// @return empty when there is no plain name
-    std::string_view takeName() noexcept
-    {
-        char const* const begin = m_at;
-        if (m_at == m_end || nameClassOf(*m_at) != NameStart)
-            return {};
-        while (m_at != m_end && nameClassOf(*m_at) != NoName)
-            ++m_at;
-        return {begin, static_cast<std::size_t>(m_at - begin)};
-    }
-
-    bool take(char c) noexcept
-    {
-        if (m_at == m_end || *m_at != c)
-            return false;
-        ++m_at;
-        return true;
-    }
-
-    bool takeStartTag()
-    {
-        if (!take('<'))
-            return false;
-        std::string_view const name = takeName();
-        if (name.empty())
-            return false;
-        m_attributes.clear();
-        while (true) {
-            char const* const behind = m_at;
-            m_at = skipBlanks(m_at, m_end);
-            if (take('>')) {
-                m_open.push_back(name);
-                return true;
-            }
-            if (take('/'))
-                return take('>');
-            if (m_at == behind || !takeAttribute())
-                return false;
-        }
-    }
-
-    bool takeAttribute()
-    {
-        std::string_view const name = takeName();
-        if (name.empty() || name == "xmlns" || m_attributes.size() == kMaxAttributes)
-            return false;
-        for (std::string_view const other : m_attributes) {
-            if (other.size() == name.size() && other.front() == name.front() && other == name)
-                return false;
-        }
-        m_attributes.push_back(name);
-        return take('=') && take('"') && takeCharacters<'"'>() && take('"');
-    }
-
-    bool takeText() noexcept { return takeCharacters<'<'>(); }
-
-    /// Everything up to `closing`. Line feeds and tabs are for character data only: in an attribute
-    /// value they stand for blanks.
-    template <char closing>
-    bool takeCharacters() noexcept
-    {
-        char const* const begin = m_at;
-        while (true) {
-            m_at = skipPlain(m_at, m_end);
-            if (m_at == m_end)
-                return false;
-            switch (detail::classOf(*m_at)) {
-            case ByteClass::WhiteSpace:
-                if (*m_at == '\r' || closing == '"')
-                    return false;
-                ++m_at;
-                break;
-            case ByteClass::Markup:
-                if (*m_at == closing)
-                    return true;
-                if (*m_at == '>' && closing == '<' && m_at - begin >= 2 && m_at[-1] == ']' && m_at[-2] == ']')
-                    return false; // the end of a CDATA section must not stand alone
-                if (!takeMarkup())
-                    return false;
-                break;
-            case ByteClass::Forbidden:
-                return false;
-            default:
-                std::size_t const length = detail::characterLength(m_at, m_end);
-                if (length == 0 || (length == 3 && detail::isNonCharacter(m_at)))
-                    return false;
-                m_at += length;
-            }
-        }
-    }
-
-    bool takeMarkup() noexcept
-    {
-        if (*m_at == '<')
-            return false;
-        if (*m_at != '&') {
-            ++m_at;
-            return true;
-        }
-        Reference const* const reference = referenceAt(m_at, m_end);
-        if (!reference)
-            return false;
-        m_at += reference->text.size();
-        return true;
-    }
-
-    bool takeEndTag() noexcept
-    {
-        m_at += 2;
-        if (takeName() != m_open.back())
-            return false;
-        m_open.pop_back();
-        m_at = skipBlanks(m_at, m_end);
-        return take('>');
-    }
-
-    // More are unusual, and comparing each with each is only cheap for a few.
-    static constexpr std::size_t kMaxAttributes = 16;
-
-    char const* m_at;
-    char const* m_end;
-    std::vector<std::string_view> m_open;
-    std::vector<std::string_view> m_attributes;
-};
-
-char const* find(char const* at, char wanted, char const* end) noexcept
-{
-    return static_cast<char const*>(std::memchr(at, wanted, static_cast<std::size_t>(end - at)));
-}
-
-/// Appends a text of which the references have been checked.
-void appendResolved(std::string& scratch, char const* at, char const* end)
-{
-    while (char const* const mark = find(at, '&', end)) {
-        scratch.append(at, mark);
-        Reference const* const reference = referenceAt(mark, end);
-        scratch += reference->character;
-        at = mark + reference->text.size();
-    }
-    scratch.append(at, end);
-}
+// More are unusual, and comparing each with each is only cheap for a few.
+constexpr std::size_t kMaxAttributes = 16;
 
 } // namespace
 
-bool isPlainXml(std::string_view text)
+bool PlainXmlReader::read()
 {
-    return PlainXmlCheck(text).run();
-}
-
-// What follows relies on that answer: nothing is looked for that must be there.
-
-void PlainXmlReader::read()
-{
-    char const* const end = m_text.data() + m_text.size();
-    char const* at = readStartTag(m_text.data());
-    while (m_depth > 0 && !m_stopped) {
-        char const* const tag = find(at, '<', end);
-        if (m_wantsText && tag != at)
-            readText(at, tag);
-        at = tag[1] == '/' ? readEndTag(tag) : readStartTag(tag);
+    if (!takeStartTag())
+        return false;
+    while (!m_open.empty() && !m_stopped) {
+        if (!takeText() || m_at == m_end) // on success at a "<"
+            return false;
+        if (m_stopped)
+            break;
+        bool const isEndTag = m_end - m_at > 1 && m_at[1] == '/';
+        if (!(isEndTag ? takeEndTag() : takeStartTag()))
+            return false;
     }
+    return m_stopped || skipBlanks(m_at, m_end) == m_end;
 }
 
-char const* PlainXmlReader::readStartTag(char const* at)
-{
-    char const* const end = m_text.data() + m_text.size();
-    auto const takeName = [&at] {
-        char const* const begin = at;
-        while (nameClassOf(*at) != NoName)
-            ++at;
-        return std::string_view(begin, static_cast<std::size_t>(at - begin));
-    };
+// Each step goes on behind what it took, or answers that this is not plain.
 
-    m_offset = static_cast<std::size_t>(at - m_text.data());
-    ++at;
+/// Empty when there is no plain name.
+std::string_view PlainXmlReader::takeName() noexcept
+{
+    char const* const begin = m_at;
+    if (m_at == m_end || nameClassOf(*m_at) != NameStart)
+        return {};
+    while (m_at != m_end && nameClassOf(*m_at) != NoName)
+        ++m_at;
+    return {begin, static_cast<std::size_t>(m_at - begin)};
+}
+
+bool PlainXmlReader::take(char c) noexcept
+{
+    if (m_at == m_end || *m_at != c)
+        return false;
+    ++m_at;
+    return true;
+}
+
+bool PlainXmlReader::takeStartTag()
+{
+    char const* const begin = m_at;
+    if (!take('<'))
+        return false;
     std::string_view const name = takeName();
+    if (name.empty())
+        return false;
     m_scratch.clear();
     m_attributes.clear();
     m_starts.clear();
-    for (at = skipBlanks(at, end); *at != '>' && *at != '/'; at = skipBlanks(at, end)) {
-        std::string_view const key = takeName();
-        at += 2;                                  // ="
-        char const* closing = skipPlain(at, end); // to the quote, most often
-        bool const standsAsItIs = *closing == '"';
-        if (!standsAsItIs)
-            closing = find(closing, '"', end);
-        m_starts.push_back(m_scratch.size());
-        m_attributes.push_back({key, {}});
-        if (standsAsItIs)
-            m_scratch.append(at, closing);
-        else
-            appendResolved(m_scratch, at, closing);
-        m_scratch += '\0';
-        at = closing + 1;
+    while (true) {
+        char const* const behind = m_at;
+        m_at = skipBlanks(m_at, m_end);
+        bool const isEmpty = take('/');
+        if (take('>')) {
+            noteOffset(begin);
+            m_open.push_back(name);
+            hand(name);
+            if (isEmpty && !m_stopped) {
+                noteOffset(m_at);
+                m_open.pop_back();
+                m_handler.endElement();
+            }
+            return true;
+        }
+        if (isEmpty || m_at == behind || !takeAttribute())
+            return false;
     }
-    bool const isEmpty = *at == '/';
-    at += isEmpty ? 2 : 1;
+}
 
-    hand(name);
-    if (isEmpty && !m_stopped) {
-        m_offset = static_cast<std::size_t>(at - m_text.data());
-        m_handler.endElement();
-    } else {
-        ++m_depth;
+bool PlainXmlReader::takeAttribute()
+{
+    std::string_view const name = takeName();
+    if (name.empty() || name == "xmlns" || m_attributes.size() == kMaxAttributes)
+        return false;
+    for (ElementAttributes::Entry const& other : m_attributes) {
+        if (other.name.size() == name.size() && other.name.front() == name.front() && other.name == name)
+            return false;
     }
-    return at;
+    m_attributes.push_back({name, {}});
+    m_starts.push_back(m_scratch.size());
+    if (!take('=') || !take('"') || !takeCharacters<'"', true>())
+        return false;
+    m_scratch += '\0';
+    return take('"');
 }
 
 /// Hands an element over whose values stand in the scratch.
@@ -341,21 +208,92 @@ void PlainXmlReader::hand(std::string_view name)
     m_handler.startElement(name, ElementAttributes(m_attributes.data(), m_attributes.size()));
 }
 
-char const* PlainXmlReader::readEndTag(char const* at)
+bool PlainXmlReader::takeEndTag()
 {
-    m_offset = static_cast<std::size_t>(at - m_text.data());
-    at = find(at, '>', m_text.data() + m_text.size()) + 1;
-    --m_depth;
+    char const* const begin = m_at;
+    m_at += 2;
+    if (takeName() != m_open.back())
+        return false;
+    m_at = skipBlanks(m_at, m_end);
+    if (!take('>'))
+        return false;
+    noteOffset(begin);
+    m_open.pop_back();
     m_handler.endElement();
-    return at;
+    return true;
 }
 
-void PlainXmlReader::readText(char const* begin, char const* end)
+bool PlainXmlReader::takeText()
 {
-    m_offset = static_cast<std::size_t>(begin - m_text.data());
+    if (!m_wantsText)
+        return takeCharacters<'<', false>();
+    char const* const begin = m_at;
     m_scratch.clear();
-    appendResolved(m_scratch, begin, end);
-    m_handler.characters(m_scratch);
+    if (!takeCharacters<'<', true>())
+        return false;
+    if (m_at != begin) {
+        noteOffset(begin);
+        m_handler.characters(m_scratch);
+    }
+    return true;
+}
+
+/// Everything up to `closing`, into the scratch where it is wanted. Line feeds and tabs are for character data only:
+/// in an attribute value they stand for blanks.
+template <char closing, bool keep>
+bool PlainXmlReader::takeCharacters()
+{
+    char const* const begin = m_at;
+    while (true) {
+        char const* const run = m_at;
+        m_at = skipPlain(m_at, m_end);
+        if (m_at == m_end)
+            return false;
+        bool const isReference = *m_at == '&';
+        char const* behind = m_at + 1; // of the character that ended the run, if it stands for itself
+        switch (detail::classOf(*m_at)) {
+        case ByteClass::WhiteSpace:
+            if (*m_at == '\r' || closing == '"')
+                return false;
+            behind = skipIndentation(behind, m_end);
+            break;
+        case ByteClass::Markup:
+            if (*m_at == closing || isReference) {
+                behind = m_at;
+                break;
+            }
+            if (*m_at == '<')
+                return false;
+            if (*m_at == '>' && closing == '<' && m_at - begin >= 2 && m_at[-1] == ']' && m_at[-2] == ']')
+                return false; // the end of a CDATA section must not stand alone
+            break;
+        case ByteClass::Forbidden:
+            return false;
+        default:
+            std::size_t const length = detail::characterLength(m_at, m_end);
+            if (length == 0 || (length == 3 && detail::isNonCharacter(m_at)))
+                return false;
+            behind = m_at + length;
+        }
+        if (keep)
+            m_scratch.append(run, behind);
+        if (*m_at == closing)
+            return true;
+        m_at = behind;
+        if (isReference && !takeReference(keep))
+            return false;
+    }
+}
+
+bool PlainXmlReader::takeReference(bool keep)
+{
+    Reference const* const reference = referenceAt(m_at, m_end);
+    if (!reference)
+        return false;
+    if (keep)
+        m_scratch += reference->character;
+    m_at += reference->text.size();
+    return true;
 }
 
 } // namespace TAV_marlo_v1

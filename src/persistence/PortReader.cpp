@@ -103,6 +103,13 @@ void PortReader::beginFreePort(Port& port, PortAttributes const& attributes)
 
 // ---- elements
 
+void PortReader::abandon() noexcept
+{
+    m_states.clear();
+    m_levels.clear();
+    m_skipDepth = 0;
+}
+
 void PortReader::startElement(std::string_view name, ElementAttributes const& attributes)
 {
     if (m_skipDepth > 0 || !enter(m_states.back(), name, attributes))

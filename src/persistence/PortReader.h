@@ -38,6 +38,8 @@ public:
     void beginFreePort(Port& port, PortAttributes const& attributes);
 
     bool isActive() const noexcept { return !m_states.empty(); }
+    /// Leaves what is open where it is: the text is read from its beginning again.
+    void abandon() noexcept;
     void startElement(std::string_view name, ElementAttributes const& attributes);
     void endElement();
 

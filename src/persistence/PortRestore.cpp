@@ -36,11 +36,10 @@ Runtime* runtimeOf(Port const& port)
 class PortTextHandler final : public ElementHandler {
 public:
     explicit PortTextHandler(Port const& like)
-        : m_isInner(like.isCompoundInternalPort())
-        , m_port(Port::createNew(like.getName(), like.getPortIOType()))
+        : m_like(like)
         , m_types(runtimeOf(like))
     {
-        PortAccess::setDataType(*m_port, like.getDataType());
+        startOver();
     }
 
     bool read(char const* text) { return m_source.parse(text); }
@@ -60,20 +59,27 @@ public:
     }
     void characters(std::string_view) override {}
     void endElement() override { m_ports.endElement(); }
+    void startOver() override
+    {
+        m_ports.abandon();
+        m_port = Port::createNew(m_like.getName(), m_like.getPortIOType());
+        PortAccess::setDataType(*m_port, m_like.getDataType());
+        m_othersValues.reset();
+    }
 
 private:
     void begin(PortAttributes attributes)
     {
         if (m_source.failed())
             return;
-        if (m_isInner)
+        if (m_like.isCompoundInternalPort())
             attributes.externalValues.swap(attributes.internalValues); // the outer ones are taken as its own
         if (attributes.internalValues && attributes.externalValues)
             m_othersValues = splitPortValues(*attributes.internalValues, m_port->getDataType().get());
         m_ports.beginFreePort(*m_port, attributes);
     }
 
-    bool m_isInner;
+    Port const& m_like;
     AddRefWrapper<Port> m_port;
     std::optional<StringArray> m_othersValues;
     ElementSource m_source{*this};

@@ -109,18 +109,21 @@ bool XmlSource::parse(std::string_view text, Road road)
     m_parser = nullptr;
     if (beginsWithForeignMark(text))
         failAt(0, "a byte-order mark of UTF-16 or UTF-32", "UTF-8");
-    else if (road == eShortest && isPlainXml(text))
-        readPlain();
-    else
+    else if (road == eParser || !readPlain())
         readWithParser();
     return !m_stopped;
 }
 
-void XmlSource::readPlain()
+/// @return false when the text is not plain, with the handler as it was before
+bool XmlSource::readPlain()
 {
     PlainXmlReader reader(m_text, m_handler);
     m_plain = &reader;
-    reader.read();
+    if (reader.read())
+        return true;
+    m_plain = nullptr;
+    m_handler.startOver();
+    return false;
 }
 
 void XmlSource::readWithParser()

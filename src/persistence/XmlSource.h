@@ -23,7 +23,8 @@ struct TextPosition {
 /// encoding are refused. Depth costs memory, no stack.
 ///
 /// A maintained parser decides what is well-formed and words the errors. A text that keeps to the plain
-/// part of XML in which graph text is written need not be put to it and is read directly.
+/// part of XML in which graph text is written need not be put to it and is read directly; where it turns out
+/// not to be plain, the handler starts over and the parser reads it.
 class XmlSource {
 public:
     /// Which of the two reads: for tests, which compare them.
@@ -55,7 +56,7 @@ private:
 
     void failAt(std::size_t offset, std::string_view found, std::string_view expected);
     void stop() noexcept;
-    void readPlain();
+    bool readPlain();
     void readWithParser();
     void readAll();
     std::size_t currentOffset() const noexcept;

@@ -106,6 +106,48 @@ TEST_F(GraphReader, OrderOfAttributesCommentsAndUnknownPartsMeanNothing)
     EXPECT_STREQ(graph.topNode->getName(), "c");
 }
 
+/// The text with a comment behind each of its tags in turn, which the quick way of reading does not take.
+std::vector<std::string> withACommentAnywhere(std::string const& text)
+{
+    std::vector<std::string> texts;
+    for (std::size_t at = text.find('>'); at != std::string::npos; at = text.find('>', at + 1))
+        texts.push_back(text.substr(0, at + 1) + "<!-- c -->" + text.substr(at + 1));
+    return texts;
+}
+
+TEST_F(GraphReader, WhereverATextTurnsOutToNeedTheParserItIsReadFromItsBeginning)
+{
+    std::string const text = dataText("everything.xml");
+    for (std::string const& commented : withACommentAnywhere(text)) {
+        ASSERT_EQ(restore(commented), "") << commented;
+        ASSERT_EQ(saved(), text) << commented;
+    }
+
+    AddRefWrapper<Node> const node = graph.addNode("n", {"from", "to"}, {});
+    AddRefWrapper<Port> const from = node->inputs()[0u];
+    AddRefWrapper<Port> const to = node->inputs()[1];
+    from->setFlag(eFanIn);
+    from->createChildrenList()->addPort("member", graph.type, eNoPortFlags);
+    from->setPortDefaultValues(StringArray("1"));
+    from->setPortMetaDataValue("key", "value");
+    for (std::string const& commented : withACommentAnywhere(from->saveToString(nullptr).toChar())) {
+        ASSERT_STREQ(to->restoreFromString(commented.c_str()).getErrorString(), "") << commented;
+        ASSERT_EQ(to->children()->size(), 1u) << commented;
+        ASSERT_EQ(to->getPortMetaDataValue("key"), "value") << commented;
+    }
+
+    node->addMetadata("a", "1");
+    node->addMetadata("a", "2");
+    PropertyList nested;
+    nested.addStringPair("b", "3");
+    node->setChildList("list", nested);
+    PropertyList const store = node->getPropertyList();
+    for (std::string const& commented : withACommentAnywhere(node->saveMetadatasToXML().toChar())) {
+        ASSERT_STREQ(node->createMetadatasFromXML(commented.c_str()).getErrorString(), "") << commented;
+        ASSERT_TRUE(node->getPropertyList() == store) << commented;
+    }
+}
+
 TEST_F(GraphReader, NodesAndAnnotationsGetFreeNamesAndTheListsSayWhich)
 {
     graph.addNode("a", {}, {});
