@@ -56,10 +56,10 @@ std::array<NamedShare, 8> sharesOf(GraphMemory const& memory)
 
 QString asText(GraphMemory const& memory)
 {
-    QString text = "  memory             count          bytes   each\n";
+    QString text = "  memory             count          bytes        each\n";
     for (auto const& [name, share] : sharesOf(memory)) {
         QString const each = share.count > 0 ? QString::number(share.bytes / share.count) : QString();
-        text += QString("    %1%2%3%4\n").arg(name, -12).arg(share.count, 12).arg(share.bytes, 15).arg(each, 7);
+        text += QString("    %1%2%3%4\n").arg(name, -12).arg(share.count, 12).arg(share.bytes, 15).arg(each, 12);
     }
     return text + QString("    %1%2\n").arg("together", -24).arg(memory.totalBytes(), 15);
 }
