@@ -20,7 +20,6 @@ extern void (*onTakeBlock)();
 /// Base of classes whose objects live in such blocks. They are deleted as what they are, or have a virtual destructor.
 struct InSmallBlock {
     static void* operator new(std::size_t size) { return takeBlock(size); }
-    static void* operator new(std::size_t, void* place) noexcept { return place; }
     static void operator delete(void* block, std::size_t size) noexcept { giveBlock(block, size); }
 };
 

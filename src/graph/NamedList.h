@@ -15,7 +15,7 @@ namespace TAV_marlo_v1::detail {
 
 /// An OrderedList of named objects with look-up by name.
 ///
-/// A list that hears of every renaming of its objects (`renamed`) indexes the names once it has grown
+/// A list that hears of every renaming of its objects (`rename`) indexes the names once it has grown
 /// beyond a few; any other compares them one by one. Where a name stands twice, the first in order counts.
 template <class T>
 class NamedList : OrderedList<T> {
