@@ -15,8 +15,8 @@ endfunction()
 function(_tav_test_program target area)
     target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_compile_definitions(${target} PRIVATE
-        TAV_TEST_DATA_DIR="${PROJECT_SOURCE_DIR}/tests/data"
-        TAV_EXAMPLES_DIR="${PROJECT_SOURCE_DIR}/examples")
+        TAV_TEST_DATA_DIR="${TAV_DRIVE}${PROJECT_SOURCE_DIR}/tests/data"
+        TAV_EXAMPLES_DIR="${TAV_DRIVE}${PROJECT_SOURCE_DIR}/examples")
     target_link_libraries(${target} PRIVATE GTest::gtest GTest::gtest_main Qt6::Core)
     # Listed when the tests run, not while building: a program that cannot start is then a failed test.
     gtest_discover_tests(${target}

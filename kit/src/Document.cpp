@@ -4,11 +4,11 @@
 #include "TextFile.h"
 
 #include <tav/Runtime.h>
+#include <tav/kit/Files.h>
 #include <tav/kit/StandardCompound.h>
 #include <tav/kit/StandardRuntime.h>
 
 #include <QtCore/QFileInfo>
-#include <QtCore/QSaveFile>
 
 #include <algorithm>
 
@@ -20,20 +20,6 @@ constexpr char kEmptyGraph[] = "<tavCompound name=\"untitled\" type=\"compound\"
                                "<metadatas/><ports/>"
                                "<child_graph><sub_root><nodes/><connections/></sub_root></child_graph>"
                                "</tavCompound>";
-
-StatusStr writeWhole(char const* path, String const& text)
-{
-    QFileInfo const target(QString::fromUtf8(path));
-    // The new text takes the place of what is there: a device or pipe would be gone.
-    if (target.exists() && !target.isFile())
-        return errorIn(path, "cannot be written: it is no file");
-    QSaveFile file(target.filePath());
-    qint64 const size = static_cast<qint64>(text.size());
-    // Flushed here: commit() would not tell that the last bytes found no room.
-    if (file.open(QIODevice::WriteOnly) && file.write(text.toChar(), size) == size && file.flush() && file.commit())
-        return StatusStr();
-    return errorIn(path, ("cannot be written: " + file.errorString().toUtf8()).constData());
-}
 
 StatusStr restore(Compound& top, QByteArray const& text, char const* sourceName)
 {
@@ -114,7 +100,8 @@ StatusStr Document::saveAs(char const* path)
 {
     if (!path || !*path)
         return errorIn(getName(), "the document has no file yet");
-    StatusStr const status = writeWhole(path, m_impl->top->saveToString(nullptr));
+    String const text = m_impl->top->saveToString(nullptr);
+    StatusStr const status = writeFile(path, text.toChar(), text.size());
     if (!status)
         return status;
     setPath(path);

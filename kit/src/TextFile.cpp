@@ -1,5 +1,7 @@
 #include "TextFile.h"
 
+#include <tav/kit/Files.h>
+
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
@@ -15,6 +17,9 @@ StatusStr errorIn(char const* sourceName, char const* message)
 
 StatusStr readTextFile(char const* path, QByteArray& bytes)
 {
+    String const fault = pathFault(path);
+    if (!fault.empty())
+        return errorIn(path, (std::string("cannot be read: ") + fault.toChar()).c_str());
     QString const name = QString::fromUtf8(path);
     if (QFileInfo(name).isDir())
         return errorIn(path, "cannot be read: it is a folder");

@@ -55,7 +55,7 @@ void dumpNode(Node const& node, unsigned index, StringArray& lines)
 
 void Compound::debug(StringArray& lines) const
 {
-    static AddRefWrapper<PortList> const none = PortList::createNew();
+    AddRefWrapper<PortList> const none = PortList::createNew();
     AddRefWrapper<Node> const owner = getAsNode();
     lines.add(("TAV Compound " + quoted(getName())).c_str());
     dumpPorts(innerInputs(), "Internal Inputs", lines);

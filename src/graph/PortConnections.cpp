@@ -164,8 +164,9 @@ bool PortAccess::isConnectedBelow(Port const& port)
 
 PortList const& Port::connectedTo() const noexcept
 {
-    static AddRefWrapper<PortList> const none = PortList::createNew();
-    return impl().connections ? *impl().connections : *none;
+    // Never destroyed: a static object of the program may ask for connections when it dies.
+    static PortList const& none = **new AddRefWrapper<PortList>(PortList::createNew());
+    return impl().connections ? *impl().connections : none;
 }
 
 bool Port::isConnected() const noexcept

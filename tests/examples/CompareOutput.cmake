@@ -1,5 +1,5 @@
-# Runs a program and compares what it prints with a file.
-execute_process(COMMAND "${PROGRAM}" "${PLUGIN}" "${GRAPH}" "${OUTPUT}"
+# Runs a program, with what it takes to run it in front, and compares what it prints with a file.
+execute_process(COMMAND ${PROGRAM} "${PLUGIN}" "${GRAPH}" "${OUTPUT}"
     OUTPUT_VARIABLE printed ERROR_VARIABLE complaints RESULT_VARIABLE result)
 file(READ "${EXPECTED}" expected)
 string(REPLACE "\r\n" "\n" printed "${printed}")

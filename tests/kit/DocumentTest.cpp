@@ -89,7 +89,7 @@ TEST_F(DocumentOpen, WhatCannotBeReadChangesNothingAndNamesTheFile)
         {"empty.xml", "", ": line 1, column "},
         {"cut.xml", good.left(good.size() / 2), ": line "},
         {"mark.xml", QByteArray("\xff\xfe<\0a\0", 6), ": line 1, column 1: not UTF-8 text"},
-        {"nul.xml", QByteArray(good).replace(100, 1, QByteArray(1, '\0')), ": line 1, column 1: not UTF-8 text"},
+        {"zero.xml", QByteArray(good).replace(100, 1, QByteArray(1, '\0')), ": line 1, column 1: not UTF-8 text"},
         {"latin.xml",
          QByteArray(good).replace("second", "s\xe9"
                                             "cond"),

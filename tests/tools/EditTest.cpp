@@ -464,7 +464,7 @@ TEST_F(ToolEdit, AWrongLineIsToldAndNothingIsWritten)
 TEST_F(ToolEdit, WhatCannotBeReadOrWrittenIsTold)
 {
     EXPECT_EQ(edit("", {}, "-").exitCode, 2);
-    EXPECT_EQ(edit("", {"-s", "missing"}).errors(), "missing: error: cannot be read: No such file or directory\n");
+    EXPECT_TRUE(edit("", {"-s", "missing"}).errors().starts_with("missing: error: cannot be read: "));
     EXPECT_EQ(edit("", {"--library", "missing"}).exitCode, 1);
     EXPECT_EQ(edit("save", {"-s", "script"}, "missing.xml").exitCode, 1);
     EXPECT_EQ(edit("save no/where.xml\nquit\nnonsense", {"-s", "script"}).exitCode, 1);

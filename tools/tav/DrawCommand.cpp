@@ -4,8 +4,9 @@
 #include "Graphviz.h"
 #include "Terminal.h"
 
+#include <tav/kit/Files.h>
+
 #include <QtCore/QFileInfo>
-#include <QtCore/QSaveFile>
 
 #include <CLI/CLI.hpp>
 
@@ -23,17 +24,15 @@ struct DrawOptions {
     bool positions = false;
 };
 
-bool writeFile(QString const& path, QByteArray const& bytes)
+bool writeFile(std::string const& path, QByteArray const& bytes)
 {
-    // A picture takes the place of a file, not of a device or pipe.
-    bool const replacesFile = !QFileInfo::exists(path) || QFileInfo(path).isFile();
-    QSaveFile file(path);
-    if (replacesFile && file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()
-        && file.commit())
-        return true;
-    QString const reason = replacesFile ? file.errorString() : QString("it is no file");
-    report(path, {{Severity::error, {}, "cannot be written: " + reason}});
-    return false;
+    StatusStr const status =
+        kit::writeFile(path.c_str(), bytes.constData(), static_cast<unsigned long long>(bytes.size()));
+    if (!status) {
+        writeError(QString::fromUtf8(status.getErrorString()));
+        return false;
+    }
+    return true;
 }
 
 ExitCode runDraw(DrawOptions const& options)
@@ -58,7 +57,7 @@ ExitCode runDraw(DrawOptions const& options)
         writeError("tav: " + error);
         return eWrongInput;
     }
-    return (output.isEmpty() ? writeOut(picture) : writeFile(output, picture)) ? eRight : eWrongInput;
+    return (output.isEmpty() ? writeOut(picture) : writeFile(options.output, picture)) ? eRight : eWrongInput;
 }
 
 } // namespace

@@ -5,8 +5,9 @@
 #include "GraphInput.h"
 #include "Terminal.h"
 
-#include <QtCore/QFileInfo>
-#include <QtCore/QSaveFile>
+#include <tav/kit/Files.h>
+
+#include <QtCore/QList>
 
 #include <CLI/CLI.hpp>
 
@@ -37,16 +38,12 @@ QByteArray textOf(kit::Document const& document)
     return QByteArray(text.toChar(), static_cast<qsizetype>(text.size()));
 }
 
-/// Writes the whole file or leaves the old one. @return what went wrong, empty when nothing did
+/// @return what went wrong, empty when nothing did
 QString writeFile(std::string const& path, QByteArray const& bytes)
 {
-    QSaveFile file(QString::fromStdString(path));
-    // The new file takes the place of what is there: a device or pipe would be gone.
-    if (QFileInfo(file.fileName()).exists() && !QFileInfo(file.fileName()).isFile())
-        return file.fileName() + ": cannot be written: it is no file";
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() && file.commit())
-        return {};
-    return file.fileName() + ": cannot be written: " + file.errorString();
+    StatusStr const status =
+        kit::writeFile(path.c_str(), bytes.constData(), static_cast<unsigned long long>(bytes.size()));
+    return QString::fromUtf8(status.getErrorString());
 }
 
 /// Talks to whoever runs the tool. The files of a script are written when it has been played to its end: one

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <iostream>
 #include <optional>
 
 #if defined(TAV_HAS_LINE_EDITING)
@@ -117,8 +116,7 @@ public:
     {
         std::fputs(kPrompt, stdout);
         std::fflush(stdout);
-        std::string line;
-        return std::getline(std::cin, line) ? std::optional<std::string>(line) : std::nullopt;
+        return readTypedLine();
     }
 };
 

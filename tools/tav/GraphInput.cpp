@@ -3,6 +3,8 @@
 #include "GraphCheck.h"
 #include "Terminal.h"
 
+#include <tav/kit/Files.h>
+
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
@@ -11,6 +13,8 @@ using namespace TAV_marlo_v1;
 namespace tool {
 
 namespace {
+
+constexpr int kStandardInput = 0;
 
 /// A message of the kit without the name of its source, which the report puts there itself.
 Problem problemFrom(StatusStr const& status, QString const& sourceName)
@@ -22,7 +26,8 @@ Problem problemFrom(StatusStr const& status, QString const& sourceName)
 
 QString readProblem(QFile& file, std::string const& path, QByteArray& bytes)
 {
-    bool const opened = path == "-" ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
+    // By its descriptor: as a stream, the end of what is piped in would be an error on Windows.
+    bool const opened = path == "-" ? file.open(kStandardInput, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
     if (!opened)
         return file.errorString();
     constexpr qint64 pieceSize = qint64(16) << 20;
@@ -47,7 +52,9 @@ GraphInput::GraphInput(std::string const& path)
 bool GraphInput::read()
 {
     QFile file(QString::fromStdString(m_path));
-    QString const problem = QFileInfo(file).isDir() ? QString("it is a folder") : readProblem(file, m_path, m_bytes);
+    QString problem = QString::fromUtf8(kit::pathFault(m_path.c_str()).toChar());
+    if (problem.isEmpty())
+        problem = QFileInfo(file).isDir() ? QString("it is a folder") : readProblem(file, m_path, m_bytes);
     if (problem.isEmpty())
         return true;
     report(m_name, {{Severity::error, {}, "cannot be read: " + problem}});

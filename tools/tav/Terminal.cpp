@@ -5,8 +5,11 @@
 
 #include <cerrno>
 #include <cstring>
+#include <iostream>
 
 #if defined(_WIN32)
+#    include <windows.h>
+
 #    include <fcntl.h>
 #    include <io.h>
 #else
@@ -78,22 +81,84 @@ QString shortName(QString const& name)
     return name.right(40);
 }
 
-void useBinaryStreams()
-{
 #if defined(_WIN32)
-    _setmode(_fileno(stdin), _O_BINARY);
-    _setmode(_fileno(stdout), _O_BINARY);
-#endif
+
+namespace {
+
+HANDLE consoleOf(std::FILE* stream)
+{
+    return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+}
+
+UINT s_codePage = 0; // what the console had; zero when there is none
+
+/// Lets the console understand the few sequences that clear a line and give colour.
+void allowSequences(std::FILE* stream)
+{
+    DWORD mode = 0;
+    if (GetConsoleMode(consoleOf(stream), &mode))
+        SetConsoleMode(consoleOf(stream), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+}
+
+} // namespace
+
+Streams::Streams()
+{
+    for (std::FILE* const stream : {stdin, stdout, stderr})
+        _setmode(_fileno(stream), _O_BINARY);
+    s_codePage = GetConsoleOutputCP();
+    if (s_codePage != 0)
+        SetConsoleOutputCP(CP_UTF8);
+    allowSequences(stdout);
+    allowSequences(stderr);
+}
+
+Streams::~Streams()
+{
+    if (s_codePage != 0)
+        SetConsoleOutputCP(s_codePage);
 }
 
 bool isTerminal(std::FILE* stream)
 {
-#if defined(_WIN32)
-    return _isatty(_fileno(stream)) != 0;
-#else
-    return isatty(fileno(stream)) != 0;
-#endif
+    // _isatty() takes the null device for a terminal, too.
+    DWORD mode = 0;
+    return GetConsoleMode(consoleOf(stream), &mode) != 0;
 }
+
+std::optional<std::string> readTypedLine()
+{
+    // As bytes a console gives nothing but its own code page.
+    QString line;
+    while (!line.endsWith('\n')) {
+        wchar_t piece[256];
+        DWORD count = 0;
+        if (!ReadConsoleW(consoleOf(stdin), piece, 256, &count, nullptr) || count == 0)
+            return {};
+        line += QString::fromWCharArray(piece, static_cast<qsizetype>(count));
+    }
+    line.chop(line.endsWith("\r\n") ? 2 : 1);
+    // Ctrl+Z at the begin of a line ends the input there.
+    return line.startsWith(QChar(0x1a)) ? std::nullopt : std::optional<std::string>(line.toStdString());
+}
+
+#else
+
+Streams::Streams() = default;
+Streams::~Streams() = default;
+
+bool isTerminal(std::FILE* stream)
+{
+    return isatty(fileno(stream)) != 0;
+}
+
+std::optional<std::string> readTypedLine()
+{
+    std::string line;
+    return std::getline(std::cin, line) ? std::optional<std::string>(line) : std::nullopt;
+}
+
+#endif
 
 bool wantsColour(std::FILE* stream)
 {

@@ -4,13 +4,24 @@
 #include <QtCore/QString>
 
 #include <cstdio>
+#include <optional>
+#include <string>
 
 namespace tool {
 
-/// Texts leave as the bytes they are: no line end is translated.
-void useBinaryStreams();
+/// Prepares the standard streams while it lives: texts leave as the bytes they are, and a terminal takes them
+/// for UTF-8. A terminal gets back the settings that it had.
+class Streams {
+public:
+    Streams();
+    ~Streams();
+    Streams(Streams const&) = delete;
+    Streams& operator=(Streams const&) = delete;
+};
 
 bool isTerminal(std::FILE* stream);
+/// The next line that is typed, in UTF-8 and without its end; nothing when there is no more.
+std::optional<std::string> readTypedLine();
 /// Colour is for people: never in a file or pipe, nor where NO_COLOR is set.
 bool wantsColour(std::FILE* stream);
 

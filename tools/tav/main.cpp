@@ -24,10 +24,12 @@ std::vector<std::string> argumentsFromTheRight(QCoreApplication const& applicati
 int main(int argc, char** argv)
 {
     QCoreApplication const application(argc, argv);
-    tool::useBinaryStreams();
+    tool::Streams const streams;
 
     CLI::App app("Looks at node graphs, checks them, lays out their text, draws and edits them.", "tav");
     app.require_subcommand(1);
+    // Words with "/" in front are paths of nodes and files, on Windows too. The commands inherit this.
+    app.allow_windows_style_options(false);
     app.footer("\"tav COMMAND --help\" shows what a command does, with examples.\n"
                "Exit codes: 0 all right, 1 something is wrong with the input, 2 wrong usage.");
     tool::ExitCode outcome = tool::eRight;

@@ -13,7 +13,7 @@ namespace {
 void note(char const* what)
 {
     char const* const path = std::getenv("TAV_PROBE_LOG");
-    if (std::FILE* const log = path ? std::fopen(path, "a") : nullptr) {
+    if (std::FILE* const log = path ? std::fopen(path, "ab") : nullptr) {
         std::fprintf(log, "%s %s\n", PROBE_NAME, what);
         std::fclose(log);
     }
@@ -66,13 +66,32 @@ void registerProbe(PluginRegistrar& registrar, PluginInfo& info)
 void unregisterProbe(PluginInfo const& info)
 {
     note(info.getText());
-#    if !defined(PROBE_KEEPS_RUNTIME)
+#    if !defined(PROBE_KEEPS_RUNTIME) && !defined(PROBE_BRINGS_ITSELF)
     delete s_runtime;
 #    endif
 }
 
 } // namespace
 
+#    if defined(PROBE_BRINGS_ITSELF)
+
+namespace {
+
+/// Comes and goes with the module, without a loader.
+struct Self {
+    Self() { selfRegisterPlugin(registerProbe, unregisterProbe); }
+    ~Self()
+    {
+        delete s_runtime; // which gives back its count of the host
+        s_runtime = nullptr;
+    }
+} s_self;
+
+} // namespace
+
+#    else
+
 TAV_KIT_PLUGIN(registerProbe, unregisterProbe)
 
+#    endif
 #endif

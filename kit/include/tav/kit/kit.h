@@ -5,6 +5,7 @@
 
 #include <tav/kit/Document.h>
 #include <tav/kit/Export.h>
+#include <tav/kit/Files.h>
 #include <tav/kit/Plugin.h>
 #include <tav/kit/PluginLoader.h>
 #include <tav/kit/StandardCompound.h>
