@@ -1,11 +1,19 @@
 # Compiles every public header alone: it includes or declares what it names, is C++17 whatever the
-# library itself is written in, and gives no warning. Qt is visible only to those that may use it.
+# library itself is written in, and gives no warning. Then the templates that they offer, in use.
+#
+# COMPILER, FLAGS  what with; the flags have "|" between them, as have the two lists below
+# QT_FOLDERS       where Qt's headers are; without, the headers that include Qt are left out
+# QT_HEADERS       the headers of the library that may include it
+# FIRST            a header to be read before those of the library, which then come all at once
+# STANDARD         stands in for the standard library
 
 cmake_minimum_required(VERSION 3.25)
 
-set(flags -std=c++17 -fsyntax-only -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Werror -x c++)
-set(own "-I${SOURCE_DIR}/include")
+string(REPLACE "|" ";" flags "${FLAGS}")
+list(PREPEND flags -std=c++17 -fsyntax-only -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Werror)
+set(tav "-I${SOURCE_DIR}/include")
 set(kit "-I${SOURCE_DIR}/kit/include")
+set(pel "-I${SOURCE_DIR}/pel_1_2/include")
 
 string(REPLACE "|" ";" folders "${QT_FOLDERS}")
 string(REPLACE "|" ";" qt_headers "${QT_HEADERS}")
@@ -14,43 +22,65 @@ foreach(folder IN LISTS folders)
     list(APPEND qt -isystem "${folder}")
 endforeach()
 
+if(STANDARD)
+    # With -nostdinc: no header of this system is taken for one of the other.
+    foreach(name IN ITEMS chrono cstddef cstdint functional iterator memory optional string type_traits utility vector)
+        file(WRITE "${WORK_DIR}/standard/${name}" "#include \"${STANDARD}\"\n")
+    endforeach()
+    list(APPEND flags -nostdinc -isystem "${WORK_DIR}/standard")
+endif()
+if(FIRST)
+    list(APPEND flags -include "${FIRST}")
+endif()
+
 set(empty "${WORK_DIR}/empty.cpp")
-file(TOUCH "${empty}")
+file(WRITE "${empty}" "")
 set(failures 0)
 set(checked 0)
-function(check header)
-    # Included, not compiled: in the main file "#pragma once" is a warning of its own.
-    execute_process(COMMAND "${COMPILER}" ${flags} ${ARGN} -include "${header}" "${empty}" RESULT_VARIABLE result ERROR_VARIABLE words)
+function(compile what)
+    execute_process(COMMAND "${COMPILER}" ${flags} ${ARGN} RESULT_VARIABLE result ERROR_VARIABLE words)
     math(EXPR checked "${checked} + 1")
     set(checked ${checked} PARENT_SCOPE)
     if(NOT result EQUAL 0)
-        message("${header} does not stand alone:\n${words}")
+        message("${what} does not stand alone:\n${words}")
         math(EXPR failures "${failures} + 1")
         set(failures ${failures} PARENT_SCOPE)
     endif()
 endfunction()
 
-file(GLOB core_headers "${SOURCE_DIR}/include/tav/*.h")
-foreach(header IN LISTS core_headers)
-    get_filename_component(name "${header}" NAME)
-    if(name IN_LIST qt_headers)
-        check("${header}" ${own} ${qt})
-    else()
-        check("${header}" ${own})
-    endif()
-endforeach()
-
+file(GLOB tav_headers "${SOURCE_DIR}/include/tav/*.h")
 file(GLOB kit_headers "${SOURCE_DIR}/kit/include/tav/kit/*.h")
-foreach(header IN LISTS kit_headers)
-    file(STRINGS "${header}" uses_qt REGEX "#include <Q" LIMIT_COUNT 1)
-    if(uses_qt)
-        check("${header}" ${own} ${kit} ${qt})
-    else()
-        check("${header}" ${own} ${kit})
+file(GLOB pel_headers "${SOURCE_DIR}/pel_1_2/include/pel_1_2/*.h")
+if(NOT tav_headers OR NOT kit_headers OR NOT pel_headers)
+    message(FATAL_ERROR "no public headers below ${SOURCE_DIR}")
+endif()
+if(FIRST)
+    set(tav_headers "")
+    set(kit_headers "")
+    set(pel_headers "")
+endif()
+
+# Included, not compiled: in the main file "#pragma once" is a warning of its own.
+foreach(header IN LISTS tav_headers)
+    get_filename_component(name "${header}" NAME)
+    if(NOT name IN_LIST qt_headers)
+        compile("${header}" ${tav} -include "${header}" "${empty}")
+    elseif(folders)
+        compile("${header}" ${tav} ${qt} -include "${header}" "${empty}")
     endif()
 endforeach()
 
-message("${checked} headers compiled alone with ${COMPILER}, ${failures} of them in vain")
-if(checked EQUAL 0 OR failures GREATER 0)
+foreach(header IN LISTS kit_headers)
+    compile("${header}" ${tav} ${kit} -include "${header}" "${empty}")
+endforeach()
+
+foreach(header IN LISTS pel_headers)
+    compile("${header}" ${pel} -include "${header}" "${empty}")
+endforeach()
+
+compile("Templates.cpp" ${tav} ${kit} ${pel} "${SOURCE_DIR}/tests/headers/Templates.cpp")
+
+message("${checked} files compiled alone with ${COMPILER}, ${failures} of them in vain")
+if(failures GREATER 0)
     message(FATAL_ERROR "public headers do not stand alone")
 endif()

@@ -164,6 +164,8 @@ protected:
 private:
     explicit Port(char const* name); // of Impl alone: nobody else derives from this class
     ~Port() override;
+    Port(Port const&) = delete;
+    Port& operator=(Port const&) = delete;
 
     Impl& impl() noexcept;
     Impl const& impl() const noexcept;

@@ -25,18 +25,30 @@ protected:
 public:
     ~Runtime() override;
     virtual void setNodeLibrary(AddRefWrapper<NodeLibrary> const& library);
+    // MSVC puts virtual operations of one name into the table from the last to the first; declared the other
+    // way round for it, they have the same places everywhere.
+#if defined(_MSC_VER)
+    virtual AddRefWrapper<NodeLibrary> getNodeLibrary() const;
+    virtual AddRefWrapper<NodeLibrary> getNodeLibrary(AddRefWrapper<Compound> const& compound) const;
+#else
     /// The library for nodes of that compound: the root library by default.
     virtual AddRefWrapper<NodeLibrary> getNodeLibrary(AddRefWrapper<Compound> const& compound) const;
     /// The root library; empty until one was set.
     virtual AddRefWrapper<NodeLibrary> getNodeLibrary() const;
+#endif
     /// NodeLibrary::findLibrary of the root library.
     virtual AddRefWrapper<NodeLibrary> findLibrary(char const* name) const;
     /// Whether nodes, ports and annotations may be called that. By default every name is legal.
     virtual bool isLegalName(char const* name) const;
     virtual unsigned getNumberOfPortDataTypes() const;
+#if defined(_MSC_VER)
+    virtual AddRefWrapper<PortDataType> getPortDataType(unsigned index) const;
+    virtual AddRefWrapper<PortDataType> getPortDataType(char const* name) const;
+#else
     virtual AddRefWrapper<PortDataType> getPortDataType(char const* name) const;
     /// Empty past the end.
     virtual AddRefWrapper<PortDataType> getPortDataType(unsigned index) const;
+#endif
     /// The type of that name, made with the default value if there is none yet.
     virtual AddRefWrapper<PortDataType> createPortDataType(char const* name, char const* defaultValue);
     /// Publishes a compound, or with `wholeGraph` the graph it is the top of, to the back end. By

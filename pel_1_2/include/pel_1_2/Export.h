@@ -10,3 +10,8 @@
 #else
 #    define PEL_API __attribute__((visibility("default")))
 #endif
+
+#if defined(_MSC_VER)
+// 4251: a private member of an exported class is of the standard library and so not exported itself.
+#    pragma warning(disable : 4251)
+#endif
