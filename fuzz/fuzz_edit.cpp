@@ -11,6 +11,8 @@
 #include <tav/CopyPasteCommandBase.h>
 #include <tav/PortProperties.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 using namespace fuzz;

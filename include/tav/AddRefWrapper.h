@@ -7,6 +7,8 @@ namespace TAV_marlo_v1 {
 
 /// The handle of the interface: keeps one reference on an object derived from ReferenceCounted, or
 /// is empty, which means "none" or "not found". T may be incomplete where the handle is only named.
+/// Handles cross the borders of modules: the count lies in the object, and the last handle, whosever it
+/// is, lets the object delete itself by the code of the module that made it.
 template <class T>
 class AddRefWrapper {
 public:

@@ -4,7 +4,8 @@
 
 namespace TAV_marlo_v1 {
 
-/// A word of flags of the 32-bit enumeration E.
+/// A word of flags of the 32-bit enumeration E. Each module may have these operations of its own: they know
+/// nothing but the word, and an object deletes itself by the code of the module that made it.
 template <class E>
 class Flaggable {
 public:

@@ -55,6 +55,7 @@ public:
 private:
     friend class HostEditor;
     friend class NotifierAccess;
+    // Defined where it is used, in the notifier's own source.
     template <class Change, class TellOuter, class... Arguments>
     void send(TellOuter tellOuter, Arguments const&... arguments);
 

@@ -3,7 +3,8 @@
 namespace TAV_marlo_v1 {
 
 /// A range for `for` loops over an owner that offers a count function and an element-at-index
-/// function. It holds a plain pointer to the owner, which must outlive it.
+/// function. It holds a plain pointer to the owner, which must outlive it; nothing is taken or given back,
+/// so it may go from module to module.
 template <class Owner, class Element, unsigned (Owner::*Count)() const, Element (Owner::*At)(unsigned) const>
 class IndexedIteratable {
 public:

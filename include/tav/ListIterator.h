@@ -7,7 +7,8 @@
 namespace TAV_marlo_v1 {
 
 /// Forward iterator over a list C that offers `size()` and `operator[](unsigned)`: it holds the
-/// list and an index, so it stays usable (if not on the same element) when the list changes.
+/// list and an index, so it stays usable (if not on the same element) when the list changes. Nothing is
+/// taken or given back, so it may go from module to module.
 template <class C>
 class ListIterator {
 public:

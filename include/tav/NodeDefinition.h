@@ -12,7 +12,7 @@ class NodeLibrary;
 
 namespace detail {
 template <class Owner>
-struct BackLink;
+struct BackLink; // made and released inside the library alone
 }
 
 /// One creatable node type of a node library.

@@ -1,7 +1,9 @@
 #include "graph/FreeNames.h"
 
 #include <charconv>
+#include <iterator>
 #include <optional>
+#include <utility>
 
 namespace TAV_marlo_v1::detail {
 

@@ -1,6 +1,7 @@
 #include "Cycles.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tool {
 

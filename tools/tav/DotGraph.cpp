@@ -13,6 +13,7 @@
 
 #include <QtCore/QHash>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace TAV_marlo_v1;

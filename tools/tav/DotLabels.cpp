@@ -2,6 +2,7 @@
 
 #include <QtCore/QRegularExpression>
 
+#include <algorithm>
 #include <iterator>
 
 namespace tool {

@@ -3,6 +3,7 @@
 #include <QtCore/QStringDecoder>
 
 #include <algorithm>
+#include <utility>
 
 namespace tool {
 

@@ -15,7 +15,8 @@
 ///
 /// The registration function makes the module's runtimes, which the module owns, and registers them. The
 /// unregistration function has to delete them: the module is unloaded afterwards. No object of the
-/// module's classes may live on then, be it in a graph or a static one of somebody else.
+/// module's classes may live on then, be it in a graph or a static one of somebody else. What the macro
+/// defines is each module's own: the loader asks the one module for it.
 /// @param registerPlugin a PluginRegisterFunction
 /// @param unregisterPlugin a PluginUnregisterFunction
 #define TAV_KIT_PLUGIN(registerPlugin, unregisterPlugin)                                                               \

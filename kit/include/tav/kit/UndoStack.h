@@ -13,7 +13,8 @@ namespace TAV_marlo_v1::kit {
 
 class Document;
 
-/// A command as an undo stack keeps it, whatever its class.
+/// A command as an undo stack keeps it, whatever its class. Made where the command is pushed, and deleted
+/// through its table by that module's code: clear the stack before a module goes that has pushed a command.
 class UndoStep {
 public:
     virtual ~UndoStep() = default;
@@ -134,7 +135,8 @@ public:
     /// For a stack without document: the present state is a saved one.
     void setClean();
 
-    /// Called after every change of what the queries answer, never in the middle of one.
+    /// Called after every change of what the queries answer, never in the middle of one. The callback is
+    /// deleted by the code of the module that made it: set another before that module goes.
     void setChangeCallback(std::function<void()> callback);
 
 private:
