@@ -54,6 +54,17 @@ file(GLOB pel_headers "${SOURCE_DIR}/pel_1_2/include/pel_1_2/*.h")
 if(NOT tav_headers OR NOT kit_headers OR NOT pel_headers)
     message(FATAL_ERROR "no public headers below ${SOURCE_DIR}")
 endif()
+
+# MSVC reads sources in the code page of the user's system unless it is told otherwise, and warns of what is none.
+foreach(header IN LISTS tav_headers kit_headers pel_headers)
+    file(READ "${header}" bytes HEX)
+    string(REGEX REPLACE "[0-7][0-9a-f]" "" others "${bytes}")
+    if(NOT others STREQUAL "")
+        message("${header} is not plain ASCII")
+        math(EXPR failures "${failures} + 1")
+    endif()
+endforeach()
+
 if(FIRST)
     set(tav_headers "")
     set(kit_headers "")
@@ -80,7 +91,7 @@ endforeach()
 
 compile("Templates.cpp" ${tav} ${kit} ${pel} "${SOURCE_DIR}/tests/headers/Templates.cpp")
 
-message("${checked} files compiled alone with ${COMPILER}, ${failures} of them in vain")
+message("${checked} files compiled alone with ${COMPILER}, ${failures} faults")
 if(failures GREATER 0)
     message(FATAL_ERROR "public headers do not stand alone")
 endif()

@@ -101,7 +101,7 @@ def main():
                                 if a != b)
             faults.append(f"{name}: in the order of Linux | in that of MSVC\n{listing}")
     print("\n".join(faults))
-    print(f"{len(msvc)} classes with a table, {len(faults)} of them in vain")
+    print(f"{len(msvc)} classes with a table, {len(faults)} faults")
     sys.exit(1 if faults or not msvc else 0)
 
 

@@ -5,7 +5,7 @@
 #include <string>
 
 /// Appends each report to a file as one JSON object a line:
-/// {"waypoint":"…","time":"…","attributes":{"…":"…"}}
+/// {"waypoint":"...","time":"...","attributes":{"...":"..."}}
 /// The file is opened for each report, so that several processes may share it. Bytes that are not
 /// UTF-8 are written as U+FFFD.
 class PEL_API PELFileSink : public PELSink {
