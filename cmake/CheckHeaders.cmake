@@ -5,7 +5,7 @@
 # QT_FOLDERS       where Qt's headers are; without, the headers that include Qt are left out
 # QT_HEADERS       the headers of the library that may include it
 # FIRST            a header to be read before those of the library, which then come all at once
-# STANDARD         stands in for the standard library
+# STANDARD         a folder that stands in for the standard library
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -24,10 +24,7 @@ endforeach()
 
 if(STANDARD)
     # With -nostdinc: no header of this system is taken for one of the other.
-    foreach(name IN ITEMS chrono cstddef cstdint functional iterator memory optional string type_traits utility vector)
-        file(WRITE "${WORK_DIR}/standard/${name}" "#include \"${STANDARD}\"\n")
-    endforeach()
-    list(APPEND flags -nostdinc -isystem "${WORK_DIR}/standard")
+    list(APPEND flags -nostdinc -isystem "${STANDARD}")
 endif()
 if(FIRST)
     list(APPEND flags -include "${FIRST}")

@@ -14,12 +14,13 @@ import subprocess
 import sys
 
 TARGETS = {"Linux": "x86_64-pc-linux-gnu", "MSVC": "x86_64-pc-windows-msvc"}
-STANDARD_HEADERS = ("chrono", "cstddef", "cstdint", "functional", "iterator", "memory", "optional", "string",
-                    "type_traits", "utility", "vector")
 FOLDERS = {"include/tav": "TAV_marlo_v1::", "kit/include/tav/kit": "TAV_marlo_v1::kit::",
            "pel_1_2/include/pel_1_2": ""}
 # A template has a table for each argument, and all of them are alike.
 INSTANCES = ("TAV_marlo_v1::Flaggable<TAV_marlo_v1::NodeFlags>",)
+
+CLASS_HEAD = re.compile(r"^(template[^;{]*?>\s*)?(?:class|struct) (?:\[\[\S+\]\] |\w+_API )*(\w+)(?: final)?[^;{()]*\{",
+                        re.MULTILINE)
 
 
 def public_classes(source):
@@ -28,8 +29,7 @@ def public_classes(source):
     for folder, namespace in FOLDERS.items():
         for header in sorted((source / folder).glob("*.h")):
             text = re.sub(r"//.*", "", header.read_text(encoding="utf-8"))
-            heads = list(re.finditer(r"^(template[^;{]*?>\s*)?(?:class|struct) (?:\w+_API )?(\w+)(?: final)?[^;{()]*\{",
-                                     text, re.MULTILINE))
+            heads = list(CLASS_HEAD.finditer(text))
             for head, following in itertools.zip_longest(heads, heads[1:]):
                 if head[1]:
                     continue
@@ -43,20 +43,17 @@ def public_classes(source):
 def write_caller(source, names, work):
     """A source that calls each destructor: through the table, where the class has one."""
     lines = ["#include <tav/tav.h>", "#include <tav/kit/kit.h>"]
-    lines += [f"#include <pel_1_2/{header.name}>" for header in sorted((source / "pel_1_2/include/pel_1_2").glob("*.h"))]
+    lines += [f"#include <pel_1_2/{header.name}>" for header in (source / "pel_1_2/include/pel_1_2").glob("*.h")]
     lines += ["template <class T> void end(T* object) { object->~T(); }"]
     lines += [f"template void end<{name}>({name}*);" for name in names]
-    caller = work / "caller.cpp"
+    caller = work / "slots.cpp"
     caller.write_text("\n".join(lines) + "\n", encoding="utf-8")
-    (work / "standard").mkdir(exist_ok=True)
-    for name in STANDARD_HEADERS:
-        (work / "standard" / name).write_text(f'#include "{source}/tests/headers/Standard.h"\n', encoding="utf-8")
     return caller
 
 
-def tables(compiler, target, source, caller):
+def tables(compiler, target, source, standard, caller):
     """For each class the names of what it has in the table at its own beginning, in order of the places."""
-    command = [compiler, f"--target={target}", "-std=c++17", "-nostdinc", "-isystem", caller.parent / "standard",
+    command = [compiler, f"--target={target}", "-std=c++17", "-nostdinc", "-isystem", standard,
                *(f"-I{source / folder}" for folder in ("include", "kit/include", "pel_1_2/include")),
                # Destructors of shared objects are protected.
                "-Xclang", "-fno-access-control", "-Xclang", "-fdump-vtable-layouts",
@@ -84,13 +81,13 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--compiler", default="clang++")
     parser.add_argument("--source", type=pathlib.Path, required=True)
+    parser.add_argument("--standard", type=pathlib.Path, required=True, help="a folder: the stand-in")
     parser.add_argument("--work", type=pathlib.Path, required=True)
     given = parser.parse_args()
-    given.work.mkdir(parents=True, exist_ok=True)
 
     names, with_table = public_classes(given.source)
     caller = write_caller(given.source, names, given.work)
-    linux, msvc = (tables(given.compiler, target, given.source, caller) for target in TARGETS.values())
+    linux, msvc = (tables(given.compiler, target, given.source, given.standard, caller) for target in TARGETS.values())
 
     faults = [f"{name}: no table was found" for name in sorted(with_table - (linux.keys() & msvc.keys()))]
     for name in sorted(linux.keys() & msvc.keys()):
