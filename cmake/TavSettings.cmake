@@ -27,8 +27,7 @@ file(RELATIVE_PATH tav_bin_to_lib "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_L
 set(CMAKE_INSTALL_RPATH "${tav_origin};${tav_origin}/${tav_bin_to_lib}")
 
 if(MSVC)
-    # 4251, 4275: a private member or base of an exported class that is not exported itself.
-    add_compile_options(/W4 /permissive- /utf-8 /Zc:__cplusplus /wd4251 /wd4275)
+    add_compile_options(/W4 /permissive- /utf-8 /Zc:__cplusplus)
     add_compile_definitions(_CRT_SECURE_NO_WARNINGS NOMINMAX)
 else()
     # Nobody replaces a function of the library by one of the same name: its own calls go straight.

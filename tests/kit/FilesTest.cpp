@@ -58,6 +58,18 @@ TEST_F(Files, NamesOfAnyScriptComeBackAsTheyWere)
     }
 }
 
+TEST_F(Files, APathMayHaveTheSystemsOwnSeparators)
+{
+    ASSERT_TRUE(QDir(folder.path()).mkdir("sub"));
+    std::string const path = pathOf("sub/scene.xml");
+    std::string const native = QDir::toNativeSeparators(QString::fromStdString(path)).toStdString();
+    EXPECT_EQ(save(native), "");
+    EXPECT_STREQ(document.getName(), "scene.xml");
+    EXPECT_EQ(document.getFilePath(), native);
+    EXPECT_EQ(open(path), "");
+    EXPECT_STREQ(document.getName(), "scene.xml");
+}
+
 TEST_F(Files, TextEndsItsLinesAlikeOnEverySystem)
 {
     document.getTopCompound()->setMetadataValue("note", "one\ntwo\r\nthree");

@@ -73,6 +73,10 @@ TEST_F(PluginLoader, AModuleIsLoadedOnceWhateverPathLeadsToIt)
     kit::PluginLoader other("other");
     EXPECT_EQ(load(probe("probe_a")), "");
     EXPECT_EQ(load(detour), "");
+    EXPECT_EQ(load(QDir::toNativeSeparators(QString::fromStdString(detour)).toStdString()), "");
+#if defined(_WIN32)
+    EXPECT_EQ(load(QString::fromStdString(detour).toUpper().toStdString()), "");
+#endif
     StatusStr const status = other.load(detour.c_str());
     EXPECT_STREQ(status.getErrorString(), "");
     EXPECT_EQ(taken(), QStringList({"probe_a arrives", "probe_a registers"}));
@@ -115,7 +119,8 @@ TEST_F(PluginLoader, WhatIsNoFitModuleIsRefusedBeforeItsCodeRuns)
 
 TEST_F(PluginLoader, AFolderIsLoadedInTheOrderOfNamesPastWhatIsBroken)
 {
-    QDir const modules(folder.path());
+    QDir const modules(folder.filePath("модули 数"));
+    ASSERT_TRUE(modules.mkpath("."));
     ASSERT_TRUE(QFile::copy(QString::fromStdString(probe("probe_a")), modules.filePath("3" TAV_PROBE_SUFFIX)));
     ASSERT_TRUE(QFile::copy(QString::fromStdString(probe("probe_b")), modules.filePath("1" TAV_PROBE_SUFFIX)));
     for (char const* name : {"2" TAV_PROBE_SUFFIX, "notes.txt"}) {
@@ -123,9 +128,11 @@ TEST_F(PluginLoader, AFolderIsLoadedInTheOrderOfNamesPastWhatIsBroken)
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     }
     StringArray errors;
-    EXPECT_EQ(loader->loadFolder(folder.path().toUtf8().constData(), errors), 2u);
+    EXPECT_EQ(loader->loadFolder(modules.path().toUtf8().constData(), errors), 2u);
     ASSERT_EQ(errors.size(), 1u);
-    EXPECT_EQ(std::string(errors[0]).rfind(pathOf("2") + ": is no plug-in", 0), 0u) << errors[0];
+    EXPECT_EQ(std::string(errors[0]).rfind(modules.filePath("2" TAV_PROBE_SUFFIX).toStdString() + ": is no plug-in", 0),
+              0u)
+        << errors[0];
     EXPECT_EQ(taken().filter("registers"), QStringList({"probe_b registers", "probe_a registers"}));
     EXPECT_EQ(loader->loadFolder("no/such/folder", errors), 0u);
     EXPECT_STREQ(errors[1], "no/such/folder: cannot be read: there is no such folder");

@@ -45,6 +45,14 @@ TEST(ToolUsage, MisuseIsToldApartFromWrongInput)
         EXPECT_EQ(runTool(arguments).exitCode, 1) << arguments.join(' ').toStdString();
 }
 
+TEST(ToolUsage, WordsOfAnyScriptComeAndGoAsTheyAre)
+{
+    QString const missing = "größe 数 узел 😀 \"q\" %PATH%.xml";
+    ToolRun const run = runTool({"info", missing});
+    EXPECT_TRUE(run.errors().starts_with(missing.toStdString() + ": error: cannot be read: ")) << run.errors();
+    EXPECT_TRUE(runTool({"info", exampleFile("graphs/fan_in.xml"), missing}).err.contains(missing.toUtf8()));
+}
+
 // ---- format
 
 struct ToolFormat : testing::Test {
@@ -75,7 +83,7 @@ TEST_F(ToolFormat, AnyLayoutGivesTheSameText)
     ASSERT_NE(untidy, good);
     EXPECT_EQ(runTool({"format", "-"}, untidy).out, good);
 
-    QString const file = folder.filePath("größe.xml");
+    QString const file = folder.filePath("größe 数 😀.xml");
     writeBytes(file, untidy);
     EXPECT_EQ(runTool({"format", file, "-o", folder.filePath("other.xml")}).exitCode, 0);
     EXPECT_EQ(readBytes(folder.filePath("other.xml")), good);

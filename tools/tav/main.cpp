@@ -5,6 +5,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 namespace {
 
 /// The arguments in UTF-8, on every platform.
