@@ -1,23 +1,27 @@
-# Installation: libraries, headers, the tool, find_package(tav) and pkg-config.
+# Installation: libraries, headers, the tool, the examples, find_package(tav) and pkg-config. In two components, for
+# packages: "runtime" is what a program needs to run, "development" all else.
 
 include(CMakePackageConfigHelpers)
 set(tav_config_folder "${CMAKE_INSTALL_LIBDIR}/cmake/tav")
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
+
+function(tav_install_library target export)
+    install(TARGETS ${target} EXPORT ${export}
+        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT development
+        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+endfunction()
 
 # What needs no Qt headers and what does are exported apart: a plug-in finds tav without Qt.
-install(TARGETS tav pel_1_2 EXPORT tavTargets
-    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
-    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+tav_install_library(tav tavTargets)
+tav_install_library(pel_1_2 tavTargets)
 install(EXPORT tavTargets NAMESPACE tav:: DESTINATION "${tav_config_folder}")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/tav" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
     FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/pel_1_2/include/" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
     FILES_MATCHING PATTERN "*.h")
 
-install(TARGETS tavkit EXPORT tavKitTargets
-    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
-    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+tav_install_library(tavkit tavKitTargets)
 install(EXPORT tavKitTargets NAMESPACE tav:: DESTINATION "${tav_config_folder}")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/kit/include/tav" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
     FILES_MATCHING PATTERN "*.h")
@@ -37,3 +41,7 @@ file(RELATIVE_PATH tav_prefix_from_pc "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 string(REGEX REPLACE "/$" "" tav_prefix_from_pc "${tav_prefix_from_pc}")
 configure_file("${PROJECT_SOURCE_DIR}/cmake/tav.pc.in" "${PROJECT_BINARY_DIR}/tav.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/tav.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+# Sources, graphs, a library and scripts of edits; built where they lie they are a project of their own.
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(FILES "${PROJECT_SOURCE_DIR}/CHANGELOG.md" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
