@@ -43,5 +43,10 @@ configure_file("${PROJECT_SOURCE_DIR}/cmake/tav.pc.in" "${PROJECT_BINARY_DIR}/ta
 install(FILES "${PROJECT_BINARY_DIR}/tav.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 
 # Sources, graphs, a library and scripts of edits; built where they lie they are a project of their own.
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
-install(FILES "${PROJECT_SOURCE_DIR}/CHANGELOG.md" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+set(tav_doc_folder "${CMAKE_INSTALL_DOCDIR}")
+if(WIN32)
+    # Nobody else's files are there.
+    set(tav_doc_folder "${CMAKE_INSTALL_DATAROOTDIR}")
+endif()
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${tav_doc_folder}")
+install(FILES "${PROJECT_SOURCE_DIR}/CHANGELOG.md" DESTINATION "${tav_doc_folder}")

@@ -11,9 +11,10 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
-if(WIN32)
+if(MINGW)
     include(TavPackageWindows)
-else()
+    include(CPack)
+elseif(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     include(TavPackageDebian)
+    include(CPack)
 endif()
-include(CPack)
