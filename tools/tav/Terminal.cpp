@@ -90,14 +90,27 @@ HANDLE consoleOf(std::FILE* stream)
     return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
 }
 
-UINT s_codePage = 0; // what the console had; zero when there is none
+/// Of a console, what it had before; zero where there is none.
+struct Settings {
+    UINT codePage = 0;
+    DWORD outputMode = 0;
+    DWORD errorMode = 0;
+} s_before;
 
 /// Lets the console understand the few sequences that clear a line and give colour.
-void allowSequences(std::FILE* stream)
+/// @return the mode that it had
+DWORD allowSequences(std::FILE* stream)
 {
     DWORD mode = 0;
     if (GetConsoleMode(consoleOf(stream), &mode))
         SetConsoleMode(consoleOf(stream), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+    return mode;
+}
+
+void setMode(std::FILE* stream, DWORD mode)
+{
+    if (mode != 0)
+        SetConsoleMode(consoleOf(stream), mode);
 }
 
 } // namespace
@@ -106,17 +119,17 @@ Streams::Streams()
 {
     for (std::FILE* const stream : {stdin, stdout, stderr})
         _setmode(_fileno(stream), _O_BINARY);
-    s_codePage = GetConsoleOutputCP();
-    if (s_codePage != 0)
+    s_before = {GetConsoleOutputCP(), allowSequences(stdout), allowSequences(stderr)};
+    if (s_before.codePage != 0)
         SetConsoleOutputCP(CP_UTF8);
-    allowSequences(stdout);
-    allowSequences(stderr);
 }
 
 Streams::~Streams()
 {
-    if (s_codePage != 0)
-        SetConsoleOutputCP(s_codePage);
+    setMode(stderr, s_before.errorMode);
+    setMode(stdout, s_before.outputMode);
+    if (s_before.codePage != 0)
+        SetConsoleOutputCP(s_before.codePage);
 }
 
 bool isTerminal(std::FILE* stream)
