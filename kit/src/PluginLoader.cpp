@@ -13,7 +13,7 @@
 #include <QtCore/QLibrary>
 
 #include <algorithm>
-#include <set>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,6 +25,8 @@ namespace {
 constexpr char kMark[] = TAV_KIT_PLUGIN_MARK;
 constexpr char kInterface[] = TAV_KIT_PLUGIN_INTERFACE;
 constexpr qsizetype kLongestInterface = 16;
+
+using RegisterFunction = void (*)();
 
 /// A runtime that a module registered.
 struct KnownRuntime {
@@ -44,7 +46,7 @@ struct Module {
     QLibrary library;
     QByteArray fullPath;
     std::vector<KnownRuntime> runtimes; // those that live
-    void (*registerPlugin)() = nullptr;
+    RegisterFunction registerPlugin = nullptr;
     bool (*isRegistered)() = nullptr;
 
     bool isOver() const { return runtimes.empty() && !isRegistered(); }
@@ -55,19 +57,26 @@ struct Module {
         if (!library.load())
             return library.errorString().toUtf8();
         auto const stated = reinterpret_cast<char const* (*)()>(library.resolve("tavPluginInterface"));
-        registerPlugin = reinterpret_cast<void (*)()>(library.resolve("tavPluginRegister"));
+        registerPlugin = reinterpret_cast<RegisterFunction>(library.resolve("tavPluginRegister"));
         isRegistered = reinterpret_cast<bool (*)()>(library.resolve("tavPluginIsRegistered"));
         bool const isWhole = stated && registerPlugin && isRegistered;
         return isWhole && stated() == QByteArray(kMark) + kInterface ? "" : "it does not export the plug-in interface";
     }
 };
 
-/// The full paths of what any loader has loaded: a second QLibrary of a module can't be told from the
-/// first when one of them is unloaded. Never destroyed, as a loader may be a static object.
-std::set<QByteArray>& loadedPaths()
+/// What any loader has loaded, by its full path. That alone does not tell modules apart: where case does not count,
+/// one file has many. But two QLibraries of one path can't be told apart when one of them is unloaded.
+/// Never destroyed, as a loader may be a static object.
+std::map<QByteArray, RegisterFunction>& loadedModules()
 {
-    static auto* const paths = new std::set<QByteArray>;
-    return *paths;
+    static auto* const modules = new std::map<QByteArray, RegisterFunction>;
+    return *modules;
+}
+
+bool isLoaded(RegisterFunction function)
+{
+    auto const& modules = loadedModules();
+    return std::any_of(modules.begin(), modules.end(), [=](auto const& known) { return known.second == function; });
 }
 
 /// The interface that a module states to be for; empty when it states none. Its code does not run.
@@ -123,11 +132,19 @@ struct PluginLoader::Impl final : RuntimeNotifierClient {
         usesHost = true;
     }
 
-    Module* find(QByteArray const& fullPath) const
+    Module* find(RegisterFunction function) const
     {
         auto const found = std::find_if(modules.begin(), modules.end(),
-                                        [&](auto const& module) { return module->fullPath == fullPath; });
+                                        [=](auto const& module) { return module->registerPlugin == function; });
         return found == modules.end() ? nullptr : found->get();
+    }
+
+    /// For a module that some loader has loaded already: this one minds its own.
+    void registerAgain(RegisterFunction function)
+    {
+        Module* const known = find(function);
+        if (known && !known->isRegistered())
+            registerModule(*known);
     }
 
     void registerModule(Module& module)
@@ -175,8 +192,8 @@ struct PluginLoader::Impl final : RuntimeNotifierClient {
         for (; !modules.empty(); modules.pop_back()) {
             std::unique_ptr<Module>& module = modules.back();
             if (module->isOver()) {
+                loadedModules().erase(module->fullPath);
                 module->library.unload();
-                loadedPaths().erase(module->fullPath);
                 continue;
             }
             status = errorIn(module->fullPath.constData(), module->isRegistered()
@@ -232,19 +249,22 @@ StatusStr PluginLoader::load(char const* path)
         return status;
 
     QString const fullPath = info.canonicalFilePath();
-    if (Module* const known = m_impl->find(fullPath.toUtf8())) {
-        if (!known->isRegistered())
-            m_impl->registerModule(*known);
+    auto const loaded = loadedModules().find(fullPath.toUtf8());
+    if (loaded != loadedModules().end()) {
+        m_impl->registerAgain(loaded->second);
         return StatusStr();
     }
-    if (loadedPaths().count(fullPath.toUtf8()) > 0)
-        return StatusStr();
     auto module = std::make_unique<Module>(fullPath);
     QByteArray const fault = module->open();
     // Nothing is unloaded here: code of it has run, and may have registered itself by other ways.
     if (!fault.isEmpty())
         return errorIn(given.toChar(), ("cannot be loaded: " + fault).constData());
-    loadedPaths().insert(module->fullPath);
+    if (isLoaded(module->registerPlugin)) {
+        module->library.unload(); // opened twice, it is closed once
+        m_impl->registerAgain(module->registerPlugin);
+        return StatusStr();
+    }
+    loadedModules().emplace(module->fullPath, module->registerPlugin);
     m_impl->modules.push_back(std::move(module));
     m_impl->registerModule(*m_impl->modules.back());
     return StatusStr();
