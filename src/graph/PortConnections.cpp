@@ -162,11 +162,20 @@ bool PortAccess::isConnectedBelow(Port const& port)
     return connected;
 }
 
+namespace {
+
+/// Never destroyed: a static object of the program may ask for connections when it dies.
+PortList const& noConnections()
+{
+    static auto const* const list = new AddRefWrapper<PortList>(PortList::createNew());
+    return **list;
+}
+
+} // namespace
+
 PortList const& Port::connectedTo() const noexcept
 {
-    // Never destroyed: a static object of the program may ask for connections when it dies.
-    static PortList const& none = **new AddRefWrapper<PortList>(PortList::createNew());
-    return impl().connections ? *impl().connections : none;
+    return impl().connections ? *impl().connections : noConnections();
 }
 
 bool Port::isConnected() const noexcept

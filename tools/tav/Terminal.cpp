@@ -90,15 +90,8 @@ HANDLE consoleOf(std::FILE* stream)
     return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
 }
 
-/// Of a console, what it had before; zero where there is none.
-struct Settings {
-    UINT codePage = 0;
-    DWORD outputMode = 0;
-    DWORD errorMode = 0;
-} s_before;
-
 /// Lets the console understand the few sequences that clear a line and give colour.
-/// @return the mode that it had
+/// @return the mode that it had; zero where there is no console
 DWORD allowSequences(std::FILE* stream)
 {
     DWORD mode = 0;
@@ -115,21 +108,33 @@ void setMode(std::FILE* stream, DWORD mode)
 
 } // namespace
 
+/// What the console had before; zero where there is none.
+struct Streams::Console {
+    Console()
+    {
+        if (codePage != 0)
+            SetConsoleOutputCP(CP_UTF8);
+    }
+    Console(Console const&) = delete;
+    Console& operator=(Console const&) = delete;
+    ~Console()
+    {
+        setMode(stderr, errorMode);
+        setMode(stdout, outputMode);
+        if (codePage != 0)
+            SetConsoleOutputCP(codePage);
+    }
+
+    UINT codePage = GetConsoleOutputCP();
+    DWORD outputMode = allowSequences(stdout);
+    DWORD errorMode = allowSequences(stderr);
+};
+
 Streams::Streams()
+    : m_console(std::make_unique<Console>())
 {
     for (std::FILE* const stream : {stdin, stdout, stderr})
         _setmode(_fileno(stream), _O_BINARY);
-    s_before = {GetConsoleOutputCP(), allowSequences(stdout), allowSequences(stderr)};
-    if (s_before.codePage != 0)
-        SetConsoleOutputCP(CP_UTF8);
-}
-
-Streams::~Streams()
-{
-    setMode(stderr, s_before.errorMode);
-    setMode(stdout, s_before.outputMode);
-    if (s_before.codePage != 0)
-        SetConsoleOutputCP(s_before.codePage);
 }
 
 bool isTerminal(std::FILE* stream)
@@ -157,8 +162,9 @@ std::optional<std::string> readTypedLine()
 
 #else
 
+struct Streams::Console {};
+
 Streams::Streams() = default;
-Streams::~Streams() = default;
 
 bool isTerminal(std::FILE* stream)
 {
@@ -172,6 +178,8 @@ std::optional<std::string> readTypedLine()
 }
 
 #endif
+
+Streams::~Streams() = default;
 
 bool wantsColour(std::FILE* stream)
 {

@@ -4,6 +4,7 @@
 #include <QtCore/QString>
 
 #include <cstdio>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -17,6 +18,10 @@ public:
     ~Streams();
     Streams(Streams const&) = delete;
     Streams& operator=(Streams const&) = delete;
+
+private:
+    struct Console;
+    std::unique_ptr<Console> m_console; // null where there is nothing to give back
 };
 
 bool isTerminal(std::FILE* stream);
