@@ -15,6 +15,9 @@
 
 using namespace TAV_marlo_v1;
 
+// Seen from everywhere, so that the compiler keeps it and leak detectors find what it points to.
+kit::PluginLoader* forgottenLoader = nullptr;
+
 namespace {
 
 /// Adds a line to what the test reads.
@@ -40,7 +43,6 @@ struct LastLook {
 // In the order in which an application would have them; they die in the reverse one.
 LastLook s_lastLook;
 std::unique_ptr<kit::PluginLoader> s_loader;
-kit::PluginLoader* s_forgotten = nullptr;
 std::unique_ptr<kit::StandardRuntime> s_runtime;
 std::unique_ptr<kit::Document> s_document;
 
@@ -94,8 +96,8 @@ int main(int argc, char** argv)
         return loadByLoader(*s_loader, argc - 2, argv + 2) ? 0 : 1;
     }
     if (way == "loader stays") {
-        s_forgotten = new kit::PluginLoader("exit");
-        return loadByLoader(*s_forgotten, argc - 2, argv + 2) ? 0 : 1;
+        forgottenLoader = new kit::PluginLoader("exit");
+        return loadByLoader(*forgottenLoader, argc - 2, argv + 2) ? 0 : 1;
     }
     return loadForGood(argc - 2, argv + 2) ? 0 : 1;
 }
