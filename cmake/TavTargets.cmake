@@ -14,6 +14,7 @@ endfunction()
 # What the two kinds of test have in common. A test sees the recorders as "support/X.h".
 function(_tav_test_program target area)
     target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+    # TAV_DRIVE: as what the tests see the disk under Wine (windows/toolchain.cmake); empty elsewhere.
     target_compile_definitions(${target} PRIVATE
         TAV_TEST_DATA_DIR="${TAV_DRIVE}${PROJECT_SOURCE_DIR}/tests/data"
         TAV_EXAMPLES_DIR="${TAV_DRIVE}${PROJECT_SOURCE_DIR}/examples")

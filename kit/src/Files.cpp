@@ -7,6 +7,7 @@
 #include <QtCore/QStringList>
 
 #include <algorithm>
+#include <string>
 
 namespace TAV_marlo_v1::kit {
 
